@@ -1,0 +1,77 @@
+// The Windows Sockets names over the system's own sockets. `socket`, `setsockopt`, `inet_addr` and
+// `htons` are the system's; the functions below, which a call with Windows' argument types finds,
+// make up the differences: lengths are `int`, a time-out is a TIMEVAL. The first argument of
+// `select`, which Windows ignores, is the highest socket + 1. Error codes are errno's.
+#pragma once
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/ioctl.h>
+#include <sys/select.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <sys/types.h>
+
+#include <cerrno>
+
+#include "platform/types_api.h"
+
+// NOLINTBEGIN(readability-identifier-naming): the names are Windows'.
+using SOCKET = int;
+
+struct WSADATA {
+  WORD wVersion;
+  WORD wHighVersion;
+};
+using LPWSADATA = WSADATA*;
+
+struct TIMEVAL {
+  long tv_sec;
+  long tv_usec;
+};
+
+inline constexpr SOCKET INVALID_SOCKET = -1;
+inline constexpr int SOCKET_ERROR = -1;
+inline constexpr int WSAEWOULDBLOCK = EWOULDBLOCK;
+
+constexpr WORD MAKEWORD(unsigned low, unsigned high) {
+  return static_cast<WORD>((low & 0xFF) | (high & 0xFF) << 8);
+}
+
+/// The sockets are always there. Returns 0 and gives back the version asked for.
+int WSAStartup(WORD version, LPWSADATA data);
+
+/// The code of the last failed call; WSAEWOULDBLOCK while a connection is under way.
+int WSAGetLastError();
+
+/// command: FIONBIO. value: 0 for blocking mode. Returns 0 or SOCKET_ERROR.
+int ioctlsocket(SOCKET s, long command, u_long* value);
+
+/// Returns 0 or SOCKET_ERROR. Refuses a socket too high for an `fd_set`, since no `select` can wait
+/// for it.
+int connect(SOCKET s, const sockaddr* name, int name_length);
+
+/// Waits as the system's `select` does, and for the whole of `timeout` when signals arrive
+/// meanwhile.
+int select(int socket_count, fd_set* readers, fd_set* writers, fd_set* exceptions,
+           const TIMEVAL* timeout);
+
+/// Sends all `length` bytes of `bytes`; in blocking mode it waits until the system has taken them.
+/// A peer that has gone makes it fail and raises no SIGPIPE. Returns `length`, fewer when a later
+/// piece failed, or SOCKET_ERROR.
+int send(SOCKET s, const char* bytes, int length, int flags);
+
+/// Returns 0 or SOCKET_ERROR.
+int closesocket(SOCKET s);
+// NOLINTEND(readability-identifier-naming)
+
+namespace svcinst {
+
+struct ErrorText {
+  char text[256];  // NUL-terminated
+};
+
+/// The system's text for `code`, a code of WSAGetLastError.
+ErrorText socket_error_text(int code);
+
+}  // namespace svcinst
