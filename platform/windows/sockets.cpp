@@ -4,10 +4,11 @@ namespace svcinst {
 
 ErrorText socket_error_text(int code) {
   ErrorText error{};
-  // FORMAT_MESSAGE_MAX_WIDTH_MASK: one line, without the line end.
-  FormatMessageA(
-      FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
-      nullptr, static_cast<DWORD>(code), 0, error.text, sizeof error.text, nullptr);
+  DWORD length =
+      FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                     static_cast<DWORD>(code), 0, error.text, sizeof error.text, nullptr);
+  for (; length > 0 && static_cast<unsigned char>(error.text[length - 1]) <= ' '; --length)
+    error.text[length - 1] = '\0';
   return error;
 }
 

@@ -1,0 +1,67 @@
+#include "tests/support/scripted_clock.h"
+
+namespace svcinst {
+
+ScriptedClock& scripted_clock() {
+  static ScriptedClock clock;
+  return clock;
+}
+
+void advance(DWORD milliseconds) {
+  scripted_clock().tick_count += milliseconds;
+  scripted_clock().nanoseconds += std::int64_t{milliseconds} * 1'000'000;
+}
+
+std::vector<std::string>& call_log() {
+  static std::vector<std::string> log;
+  return log;
+}
+
+void reset_scripted_clock() {
+  scripted_clock() = {};
+  call_log().clear();
+}
+
+std::int64_t monotonic_nanoseconds() {
+  ScriptedClock& clock = scripted_clock();
+  const std::int64_t now = clock.nanoseconds;
+  clock.nanoseconds += clock.nanoseconds_read;
+  ++clock.readings;
+  return now;
+}
+
+}  // namespace svcinst
+
+using svcinst::call_log;
+using svcinst::scripted_clock;
+
+DWORD GetTickCount() {
+  return scripted_clock().tick_count;
+}
+
+void Sleep(DWORD milliseconds) {
+  call_log().push_back("Sleep(" + std::to_string(milliseconds) + ")");
+  svcinst::advance(milliseconds);
+}
+
+void GetLocalTime(LPSYSTEMTIME time) {
+  *time = scripted_clock().local_time;
+}
+
+DWORD GetCurrentProcessId() {
+  return scripted_clock().process_id;
+}
+
+DWORD GetCurrentThreadId() {
+  return scripted_clock().thread_id;
+}
+
+BOOL FreeConsole() {
+  call_log().emplace_back("FreeConsole()");
+  return TRUE;
+}
+
+BOOL AttachConsole(DWORD process_id) {
+  call_log().push_back("AttachConsole(" + std::to_string(process_id) + ")");
+  return TRUE;
+}

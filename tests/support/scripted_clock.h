@@ -1,0 +1,37 @@
+// The clock and the process as a test sets them, linked in the platform's place: time stands still
+// until the test, or a Sleep, moves it. Also the one log of all calls that scripted parts record.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/clock_api.h"
+#include "platform/process_api.h"
+
+namespace svcinst {
+
+struct ScriptedClock {
+  DWORD tick_count = 0;          // milliseconds, for GetTickCount; begins again at 0 after 2^32
+  std::int64_t nanoseconds = 0;  // for monotonic_nanoseconds
+  std::int64_t nanoseconds_read = 0;  // how far each reading of `nanoseconds` moves it afterwards
+  int readings = 0;                   // of `nanoseconds`
+  SYSTEMTIME local_time = {2024, 5, 1, 6, 7, 8, 9, 10};  // 6 May, 07:08:09.010; nothing moves it
+  DWORD process_id = 4711;
+  DWORD thread_id = 0x1A2C;
+};
+
+/// What the calls answer; change it at will.
+ScriptedClock& scripted_clock();
+
+/// Moves `tick_count` and `nanoseconds` forward.
+void advance(DWORD milliseconds);
+
+/// One line a call, in order: "Sleep(1000)", "FreeConsole()", "AttachConsole(7)", and the calls of
+/// other scripted parts. The other functions of the clock and the process leave no line.
+std::vector<std::string>& call_log();
+
+/// Sets the clock back to its defaults and empties the log.
+void reset_scripted_clock();
+
+}  // namespace svcinst

@@ -1,0 +1,185 @@
+#include "tests/support/scripted_services.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <memory>
+
+namespace svcinst {
+namespace {
+
+struct Handle {
+  std::string name;
+  bool open = true;
+};
+
+// Handles are kept after they were closed, so that no address comes twice.
+struct State {
+  ScriptedServices script;
+  std::vector<std::unique_ptr<Handle>> handles;
+  std::map<std::string, int> calls;  // by function
+  int all_calls = 0;
+  std::size_t next_status = 0;
+};
+
+State& state() {
+  static State the_state;
+  return the_state;
+}
+
+Handle* find(SC_HANDLE handle) {
+  for (const auto& known : state().handles)
+    if (reinterpret_cast<SC_HANDLE>(known.get()) == handle) return known.get();
+  return nullptr;
+}
+
+std::string text_of(SC_HANDLE handle) {
+  const Handle* known = find(handle);
+  if (known == nullptr) return handle == nullptr ? "null" : "unknown";
+  return (known->open ? "" : "closed ") + known->name;
+}
+
+std::string text_of(const char* text) {
+  return text == nullptr ? "null" : '"' + std::string(text) + '"';
+}
+
+// Reads up to the list's last NUL and no further.
+std::string list_text(const char* list) {
+  if (list == nullptr) return "null";
+  std::string shown;
+  for (; *list != '\0'; list += std::strlen(list) + 1) shown += std::string(list) + "\\0";
+  return '"' + shown + "\\0\"";
+}
+
+std::string hex(DWORD value) {
+  char digits[16];
+  std::snprintf(digits, sizeof digits, "0x%X", static_cast<unsigned>(value));
+  return digits;
+}
+
+bool is_open(SC_HANDLE handle) {
+  const Handle* known = find(handle);
+  return known != nullptr && known->open;
+}
+
+// Counts a call of `function`; false when the script lets this one fail.
+bool may_succeed(const std::string& function) {
+  const int all_calls = ++state().all_calls;
+  const int calls = ++state().calls[function];
+  const auto& failures = state().script.failures;
+  return all_calls != state().script.failing_call &&
+         std::none_of(failures.begin(), failures.end(), [&](const auto& failure) {
+           return failure.first == function && (failure.second == 0 || failure.second == calls);
+         });
+}
+
+// Records a call that succeeds with a boolean when `handle` is open and the script allows it.
+BOOL record(const std::string& function, SC_HANDLE handle, const std::string& arguments = "") {
+  const bool success = may_succeed(function) && is_open(handle);
+  call_log().push_back(function + "(" + text_of(handle) + arguments + ")" +
+                       (success ? "" : " = FALSE"));
+  return success ? TRUE : FALSE;
+}
+
+// Records a call that opens a handle of `kind` when `parent_open` and the script allow it.
+SC_HANDLE record_open(const std::string& function, bool parent_open, const std::string& arguments,
+                      const std::string& kind) {
+  const bool success = may_succeed(function) && parent_open;
+  auto& handles = state().handles;
+  if (success) {
+    const auto of_kind = [&](const auto& known) { return known->name.starts_with(kind); };
+    const auto number = 1 + std::count_if(handles.begin(), handles.end(), of_kind);
+    handles.push_back(std::make_unique<Handle>(Handle{kind + "#" + std::to_string(number)}));
+  }
+  SC_HANDLE handle = success ? reinterpret_cast<SC_HANDLE>(handles.back().get()) : nullptr;
+  call_log().push_back(function + "(" + arguments + ") = " + text_of(handle));
+  return handle;
+}
+
+// The next status of the script, as the seven fields that both kinds of record begin with.
+SERVICE_STATUS next_status() {
+  const auto& statuses = state().script.statuses;
+  const ScriptedStatus status = statuses.at(std::min(state().next_status++, statuses.size() - 1));
+  advance(status.takes);
+  return {SERVICE_WIN32_OWN_PROCESS, status.state, 1, 0, 0, status.checkpoint, status.wait_hint};
+}
+
+}  // namespace
+
+ScriptedServices& scripted_services() {
+  return state().script;
+}
+
+std::size_t open_handles() {
+  const auto& handles = state().handles;
+  return static_cast<std::size_t>(
+      std::count_if(handles.begin(), handles.end(), [](const auto& known) { return known->open; }));
+}
+
+void reset_scripted_services() {
+  state() = {};
+  reset_scripted_clock();
+}
+
+}  // namespace svcinst
+
+using namespace svcinst;
+
+SC_HANDLE OpenSCManagerA(LPCSTR machine, LPCSTR database, DWORD access) {
+  const std::string arguments = text_of(machine) + ", " + text_of(database) + ", " + hex(access);
+  return record_open("OpenSCManagerA", true, arguments, "manager");
+}
+
+SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD access) {
+  const std::string arguments = text_of(manager) + ", " + text_of(name) + ", " + hex(access);
+  return record_open("OpenServiceA", is_open(manager), arguments, "service");
+}
+
+SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DWORD access,
+                         DWORD service_type, DWORD start_type, DWORD error_control,
+                         LPCSTR binary_path, LPCSTR group, LPDWORD tag_id, LPCSTR dependencies,
+                         LPCSTR account, LPCSTR password) {
+  std::string arguments = text_of(manager);
+  for (const std::string& argument :
+       {text_of(name), text_of(display_name), hex(access), hex(service_type),
+        std::to_string(start_type), std::to_string(error_control), text_of(binary_path),
+        text_of(group), std::string(tag_id == nullptr ? "null" : "tag"), list_text(dependencies),
+        text_of(account), text_of(password)})
+    arguments += ", " + argument;
+  return record_open("CreateServiceA", is_open(manager), arguments, "service");
+}
+
+BOOL ChangeServiceConfig2A(SC_HANDLE service, DWORD level, LPVOID info) {
+  const auto* description = static_cast<const SERVICE_DESCRIPTIONA*>(info);
+  return record("ChangeServiceConfig2A", service,
+                ", " + std::to_string(level) + ", " + text_of(description->lpDescription));
+}
+
+BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE level, LPBYTE buffer, DWORD size,
+                          LPDWORD needed) {
+  const std::string arguments = ", " + std::to_string(level) + ", " + std::to_string(size);
+  if (record("QueryServiceStatusEx", service, arguments) == FALSE) return FALSE;
+  const SERVICE_STATUS first = next_status();
+  SERVICE_STATUS_PROCESS status{};
+  std::memcpy(&status, &first, sizeof first);
+  status.dwProcessId = 1234;
+  std::memcpy(buffer, &status, std::min<std::size_t>(size, sizeof status));
+  *needed = sizeof status;
+  return TRUE;
+}
+
+BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status) {
+  if (record("ControlService", service, ", " + std::to_string(control)) == FALSE) return FALSE;
+  *status = next_status();
+  return TRUE;
+}
+
+BOOL DeleteService(SC_HANDLE service) {
+  return record("DeleteService", service);
+}
+
+BOOL CloseServiceHandle(SC_HANDLE handle) {
+  const BOOL success = record("CloseServiceHandle", handle);
+  if (success != FALSE) find(handle)->open = false;
+  return success;
+}
