@@ -55,7 +55,9 @@ ByteString& ByteString::operator=(ByteString&& other) noexcept {
   return *this;
 }
 
-ByteString::~ByteString() { release(*this); }
+ByteString::~ByteString() {
+  release(*this);
+}
 
 void resize(ByteString& text, std::uint64_t length, char fill) {
   if (length >= text.capacity) {
@@ -88,10 +90,16 @@ ByteString operator+(const ByteString& left, const ByteString& right) {
   return join(view(left), view(right));
 }
 
-ByteString operator+(char left, const ByteString& right) { return join({&left, 1}, view(right)); }
+ByteString operator+(char left, const ByteString& right) {
+  return join({&left, 1}, view(right));
+}
 
-ByteString operator+(const ByteString& left, const char* right) { return join(view(left), right); }
+ByteString operator+(const ByteString& left, const char* right) {
+  return join(view(left), right);
+}
 
-ByteString operator+(const char* left, const ByteString& right) { return join(left, view(right)); }
+ByteString operator+(const char* left, const ByteString& right) {
+  return join(left, view(right));
+}
 
 }  // namespace svcinst

@@ -1,5 +1,6 @@
-// The growable byte string that holds all text of the system. It owns its block; a NUL stands behind
-// the last byte whenever there is a block. Change `length` and `capacity` through resize() only.
+// The growable byte string that holds all text of the system. It owns its block; a NUL stands
+// behind the last byte whenever there is a block. Change `length` and `capacity` through resize()
+// only.
 #pragma once
 
 #include <cstdint>
@@ -24,8 +25,8 @@ struct ByteString {
 };
 
 /// Makes `text` exactly `length` bytes long and puts a NUL behind it. Every byte that is new holds
-/// `fill`. length: bytes, without the NUL. Views into `text` are dead afterwards: its block may have
-/// moved. Throws std::bad_alloc; `text` is then unchanged.
+/// `fill`. length: bytes, without the NUL. Views into `text` are dead afterwards: its block may
+/// have moved. Throws std::bad_alloc; `text` is then unchanged.
 void resize(ByteString& text, std::uint64_t length, char fill);
 
 /// Puts the bytes of `tail`, which must not look into `text`, behind `text`. Throws std::bad_alloc;
@@ -36,10 +37,14 @@ void append(ByteString& text, TextView tail);
 void release(ByteString& text) noexcept;
 
 /// The bytes of `text`, valid until it changes.
-inline TextView view(const ByteString& text) { return {text.data, text.length}; }
+inline TextView view(const ByteString& text) {
+  return {text.data, text.length};
+}
 
 /// The bytes of `text` with their NUL, valid until it changes; "" while it has no block.
-inline const char* c_str(const ByteString& text) { return text.data != nullptr ? text.data : ""; }
+inline const char* c_str(const ByteString& text) {
+  return text.data != nullptr ? text.data : "";
+}
 
 /// Concatenations: a new string of both pieces. They throw std::bad_alloc.
 ByteString operator+(const ByteString& left, const ByteString& right);

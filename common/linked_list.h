@@ -42,7 +42,8 @@ void append(LinkedList<T>& list, T value) {
   list.tail = entry;
 }
 
-/// Moves every entry of `source`, in order, behind the last entry of `list`; `source` is then empty.
+/// Moves every entry of `source`, in order, behind the last entry of `list`; `source` is then
+/// empty.
 template <class T>
 void splice_back(LinkedList<T>& list, LinkedList<T>& source) noexcept {
   if (source.head == nullptr) return;

@@ -8,7 +8,10 @@ namespace svcinst {
 
 using TextView = std::string_view;
 
-/// True for a view without a start pointer. An empty text (a start pointer, length 0) is not absent.
-constexpr bool is_absent(TextView view) { return view.data() == nullptr; }
+/// True for a view without a start pointer. An empty text (a start pointer, length 0) is not
+/// absent.
+constexpr bool is_absent(TextView view) {
+  return view.data() == nullptr;
+}
 
 }  // namespace svcinst

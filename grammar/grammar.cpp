@@ -1,0 +1,66 @@
+#include "grammar/grammar.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "grammar/reader.h"
+
+namespace svcinst {
+namespace {
+
+// A name that is defined twice stands for its later definition.
+NameMap number_rules(const GrammarNode& root) {
+  NameMap names;
+  std::uint16_t number = 0;
+  for (auto* entry = root.children.head; entry != nullptr && number < kMaxRules;
+       entry = entry->next) {
+    GrammarNode* const rule = entry->value.get();
+    names.insert_or_assign(text_of(*first_child(*rule)), NumberedRule{number, rule});
+    ++number;
+  }
+  return names;
+}
+
+void resolve(GrammarNode& identifier, const NameMap& names, RuleTable& table) {
+  const TextView name = text_of(identifier);
+  const auto found = names.find(name);
+  if (found == names.end()) {
+    std::printf("unkown identifier %.*s\n", static_cast<int>(name.size()), name.data());
+    return;
+  }
+  const auto& [number, rule] = found->second;
+  identifier.type = rule_reference(number);
+  table.slots[value_of(identifier.type)] = rule;
+}
+
+}  // namespace
+
+Grammar::Grammar(TextView text) : rules(std::make_unique<RuleTable>()) {
+  ReadError error;
+  root = read_grammar(text.data(), text.size(), error);
+  if (!root) return;
+  const NameMap names = number_rules(*root);
+  for (auto* entry = root->children.head; entry != nullptr; entry = entry->next) {
+    resolve_identifiers(*entry->value, names, *rules);
+  }
+  start_rule = first_child(*root);
+}
+
+bool NameLess::operator()(TextView left, TextView right) const {
+  return std::lexicographical_compare(
+      left.begin(), left.end(), right.begin(), right.end(),
+      [](char a, char b) { return static_cast<signed char>(a) < static_cast<signed char>(b); });
+}
+
+void resolve_identifiers(GrammarNode& node, const NameMap& names, RuleTable& table) {
+  for (auto* entry = node.children.head; entry != nullptr; entry = entry->next) {
+    GrammarNode& child = *entry->value;
+    if (child.type == NodeType::identifier) {
+      resolve(child, names, table);
+    } else {
+      resolve_identifiers(child, names, table);
+    }
+  }
+}
+
+}  // namespace svcinst

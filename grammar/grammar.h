@@ -1,0 +1,55 @@
+// A grammar that is ready for matching: its tree with every rule name resolved to a rule number,
+// the table that finds rules by number, and the result of the last match. It looks into the grammar
+// text it was made from, which must outlive it.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <memory>
+
+#include "common/text_view.h"
+#include "grammar/grammar_node.h"
+#include "grammar/match_node.h"
+
+namespace svcinst {
+
+/// How the matcher finds rules: slot 1024 + n holds rule number n. It does not own the rules.
+struct RuleTable {
+  static constexpr std::uint64_t kSlots = 2112;
+
+  std::uint64_t count = kSlots;
+  std::array<GrammarNode*, kSlots> slots{};
+};
+
+struct Grammar {
+  GrammarNode* start_rule = nullptr;  // first rule of the text; none when no rule could be read
+  MatchNodePtr result;                // tree of the last match, set by whoever matches
+  std::unique_ptr<RuleTable> rules;
+  std::unique_ptr<GrammarNode> root;  // the tree that start_rule and rules point into
+
+  /// The grammar of this program's command line. Defined next to its text, in cmdline/.
+  Grammar();
+  /// Reads `text`, behind which a NUL must stand. Problems in the text end the reading and are not
+  /// reported; a rule name without a rule is reported on standard output, and what refers to it
+  /// never matches. Throws std::bad_alloc.
+  explicit Grammar(TextView text);
+};
+
+/// Orders rule names bytewise as signed chars; of two names the one that begins the other is less.
+struct NameLess {
+  bool operator()(TextView left, TextView right) const;
+};
+
+struct NumberedRule {
+  std::uint16_t number;
+  GrammarNode* rule;
+};
+
+using NameMap = std::map<TextView, NumberedRule, NameLess>;
+
+/// Makes every identifier below `node` that `names` knows a rule reference and fills its slot of
+/// `table`. Every other one is reported on standard output and stays an identifier.
+void resolve_identifiers(GrammarNode& node, const NameMap& names, RuleTable& table);
+
+}  // namespace svcinst

@@ -1,0 +1,36 @@
+#include "grammar/grammar_node.h"
+
+#include <utility>
+
+namespace svcinst {
+
+// Takes over each child's children before the child goes, so that a deep tree needs no deep stack.
+GrammarNode::~GrammarNode() {
+  while (children.head != nullptr) {
+    splice_back(children, children.head->value->children);
+    remove_head(children);
+  }
+}
+
+std::unique_ptr<GrammarNode> make_node(NodeType type, const char* begin, const char* end) {
+  return std::make_unique<GrammarNode>(type, begin, end);
+}
+
+void append_child(GrammarNode& parent, std::unique_ptr<GrammarNode> child) {
+  append(parent.children, std::move(child));
+}
+
+GrammarNode* first_child(const GrammarNode& node) {
+  return node.children.head != nullptr ? node.children.head->value.get() : nullptr;
+}
+
+GrammarNode* second_child(const GrammarNode& node) {
+  const bool has_two = node.children.head != node.children.tail;
+  return has_two ? node.children.head->next->value.get() : nullptr;
+}
+
+GrammarNode* last_child(const GrammarNode& node) {
+  return node.children.tail != nullptr ? node.children.tail->value.get() : nullptr;
+}
+
+}  // namespace svcinst
