@@ -46,6 +46,7 @@ void Sleep(DWORD milliseconds) {
 
 void GetLocalTime(LPSYSTEMTIME time) {
   *time = scripted_clock().local_time;
+  if (scripted_clock().record_local_time) call_log().emplace_back("GetLocalTime()");
 }
 
 DWORD GetCurrentProcessId() {

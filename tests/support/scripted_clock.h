@@ -17,6 +17,7 @@ struct ScriptedClock {
   std::int64_t nanoseconds_read = 0;  // how far each reading of `nanoseconds` moves it afterwards
   int readings = 0;                   // of `nanoseconds`
   SYSTEMTIME local_time = {2024, 5, 1, 6, 7, 8, 9, 10};  // 6 May, 07:08:09.010; nothing moves it
+  bool record_local_time = false;  // leaves a line "GetLocalTime()" for each reading of it
   DWORD process_id = 4711;
   DWORD thread_id = 0x1A2C;
 };
