@@ -51,6 +51,8 @@ TEST(MatchTerminal, TestsEachKindAndRecordsItsFailures) {
       {"s=` -`;", "x", "none@0"},
       {"s=` -`;", "", "none@0"},
       {"s=``;", "x", "none@0"},
+      {"s=`ba`;", "a", "none@0"},
+      {std::string("s=`\0a`;", 7), "", "none@0"},
       {"s=`\x80\xff"
        "bdfh`;",
        "\xff", "'\xff'"},
@@ -75,6 +77,7 @@ TEST(MatchTerminal, TestsEachKindAndRecordsItsFailures) {
       {"s=0x41~90;", "Z", "'Z'"},
       {"s=65~0x5A;", "[", "none@0"},
       {"s=65~0x5A;", "@", "none@0"},
+      {"s=65~0x5A;", "A", "'A'"},
       {"s=0x80~0x10FFFF;", "\xc3\xa9", "'\xc3\xa9'"},
       {"s=0x80~0x10FFFF;", "\xc3", "none@0"},
       {"s=0~9;", "", "none"},
@@ -217,6 +220,7 @@ TEST(Match, ReportsNodesThatNothingCanMatch) {
 TEST(Match, FailsAsAWholePastTheNestingLimit) {
   EXPECT_EQ(match_text("s=s,'x'|'x';", "x"), "none");
   EXPECT_EQ(match_text("s=[s|s],{s},'x'|'x';", "x"), "none");
+  EXPECT_EQ(match_text("s=[a];a=a;", "x"), "none");
   const std::string grammar = "s='x',s|'x';";
   for (const std::uint64_t length : {kMaxNesting - 1, kMaxNesting}) {
     const std::string input(length, 'x');

@@ -160,14 +160,17 @@ TEST(ReadLists, SeparatorsMayHaveBlanksAroundAndNothingBehind) {
                                  "repeat(|(,(:d))) repeat >= 1(|(,(:e))) :f) 24 0@24"},
                                 {"'a' /**/ ,;", ",('a') 10 11@10"}};
   expect_outcomes(read_concatenation, concatenations);
-  const Row terms[] = {{"0xZ", ":0xZ 3"}, {"3 x", ":3 x 3"}};
-  for (const Row& row : terms) {
-    EXPECT_EQ(outcome(read_term, row.text).substr(0, row.expected.size()), row.expected);
-  }
+  const Row terms[] = {{"0xZ", ":0xZ 3 20@1"},
+                       {"3 x", ":3 x 3 20@2"},
+                       {"x", ":x 1 20@0"},
+                       {".", ". 1 0@0"},
+                       {" ]", "none 11@1"}};
+  for (const Row& row : terms) EXPECT_EQ(outcome(read_term, row.text), row.expected);
 }
 
 TEST(ReadRule, NeedsNameDefinitionAndEnd) {
   const Row rows[] = {{" /**/long param /**/ = x ; y", "rule(:long param |(,(:x))) 26 0@25"},
+                      {"x='a' | ;", "rule(:x |(,('a'))) 9 0@8"},
                       {"a", "none 21@1"},
                       {"a /**/b", "none 21@6"},
                       {"=", "none 11@0"},
