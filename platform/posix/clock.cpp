@@ -28,8 +28,8 @@ void Sleep(DWORD milliseconds) {
 
 void GetLocalTime(LPSYSTEMTIME time) {
   // localtime() looks at the zone's file each time, which takes far longer than the conversion.
-  static const bool kZoneIsRead = (tzset(), true);
-  static_cast<void>(kZoneIsRead);
+  static const bool zone_is_read = (tzset(), true);
+  static_cast<void>(zone_is_read);
   const timespec moment = now(CLOCK_REALTIME);
   tm local{};
   localtime_r(&moment.tv_sec, &local);

@@ -33,6 +33,16 @@ Handle* find(SC_HANDLE handle) {
   return nullptr;
 }
 
+// A number that is shown in hexadecimal.
+struct Hex {
+  DWORD value;
+};
+
+// A dependency list; read up to its last NUL and no further.
+struct List {
+  const char* names;
+};
+
 std::string text_of(SC_HANDLE handle) {
   const Handle* known = find(handle);
   if (known == nullptr) return handle == nullptr ? "null" : "unknown";
@@ -43,18 +53,33 @@ std::string text_of(const char* text) {
   return text == nullptr ? "null" : '"' + std::string(text) + '"';
 }
 
-// Reads up to the list's last NUL and no further.
-std::string list_text(const char* list) {
-  if (list == nullptr) return "null";
+std::string text_of(const DWORD* pointer) {
+  return pointer == nullptr ? "null" : "tag";
+}
+
+std::string text_of(DWORD value) {
+  return std::to_string(value);
+}
+
+std::string text_of(Hex hex) {
+  char digits[16];
+  std::snprintf(digits, sizeof digits, "0x%X", static_cast<unsigned>(hex.value));
+  return digits;
+}
+
+std::string text_of(List list) {
+  if (list.names == nullptr) return "null";
   std::string shown;
-  for (; *list != '\0'; list += std::strlen(list) + 1) shown += std::string(list) + "\\0";
+  for (const char* name = list.names; *name != '\0'; name += std::strlen(name) + 1)
+    shown += std::string(name) + "\\0";
   return '"' + shown + "\\0\"";
 }
 
-std::string hex(DWORD value) {
-  char digits[16];
-  std::snprintf(digits, sizeof digits, "0x%X", static_cast<unsigned>(value));
-  return digits;
+template <class... Arguments>
+std::string list_of(Arguments... arguments) {
+  std::string all;
+  ((all += (all.empty() ? "" : ", ") + text_of(arguments)), ...);
+  return all;
 }
 
 bool is_open(SC_HANDLE handle) {
@@ -73,25 +98,27 @@ bool may_succeed(const std::string& function) {
          });
 }
 
-// Records a call that succeeds with a boolean when `handle` is open and the script allows it.
-BOOL record(const std::string& function, SC_HANDLE handle, const std::string& arguments = "") {
+// Records a call on `handle`, which succeeds when that is open and the script allows it.
+template <class... Arguments>
+BOOL record(const std::string& function, SC_HANDLE handle, Arguments... arguments) {
   const bool success = may_succeed(function) && is_open(handle);
-  call_log().push_back(function + "(" + text_of(handle) + arguments + ")" +
+  call_log().push_back(function + "(" + list_of(handle, arguments...) + ")" +
                        (success ? "" : " = FALSE"));
   return success ? TRUE : FALSE;
 }
 
-// Records a call that opens a handle of `kind` when `parent_open` and the script allow it.
-SC_HANDLE record_open(const std::string& function, bool parent_open, const std::string& arguments,
+// Records a call that opens a handle of `kind` when its parent is open and the script allows it.
+SC_HANDLE record_open(const std::string& function, const std::string& arguments, bool parent_open,
                       const std::string& kind) {
   const bool success = may_succeed(function) && parent_open;
-  auto& handles = state().handles;
+  SC_HANDLE handle = nullptr;
   if (success) {
+    auto& handles = state().handles;
     const auto of_kind = [&](const auto& known) { return known->name.starts_with(kind); };
     const auto number = 1 + std::count_if(handles.begin(), handles.end(), of_kind);
     handles.push_back(std::make_unique<Handle>(Handle{kind + "#" + std::to_string(number)}));
+    handle = reinterpret_cast<SC_HANDLE>(handles.back().get());
   }
-  SC_HANDLE handle = success ? reinterpret_cast<SC_HANDLE>(handles.back().get()) : nullptr;
   call_log().push_back(function + "(" + arguments + ") = " + text_of(handle));
   return handle;
 }
@@ -126,39 +153,34 @@ void reset_scripted_services() {
 using namespace svcinst;
 
 SC_HANDLE OpenSCManagerA(LPCSTR machine, LPCSTR database, DWORD access) {
-  const std::string arguments = text_of(machine) + ", " + text_of(database) + ", " + hex(access);
-  return record_open("OpenSCManagerA", true, arguments, "manager");
+  return record_open("OpenSCManagerA", list_of(machine, database, Hex{access}), true, "manager");
 }
 
 SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD access) {
-  const std::string arguments = text_of(manager) + ", " + text_of(name) + ", " + hex(access);
-  return record_open("OpenServiceA", is_open(manager), arguments, "service");
+  return record_open("OpenServiceA", list_of(manager, name, Hex{access}), is_open(manager),
+                     "service");
 }
 
 SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DWORD access,
                          DWORD service_type, DWORD start_type, DWORD error_control,
                          LPCSTR binary_path, LPCSTR group, LPDWORD tag_id, LPCSTR dependencies,
                          LPCSTR account, LPCSTR password) {
-  std::string arguments = text_of(manager);
-  for (const std::string& argument :
-       {text_of(name), text_of(display_name), hex(access), hex(service_type),
-        std::to_string(start_type), std::to_string(error_control), text_of(binary_path),
-        text_of(group), std::string(tag_id == nullptr ? "null" : "tag"), list_text(dependencies),
-        text_of(account), text_of(password)})
-    arguments += ", " + argument;
-  return record_open("CreateServiceA", is_open(manager), arguments, "service");
+  return record_open(
+      "CreateServiceA",
+      list_of(manager, name, display_name, Hex{access}, Hex{service_type}, start_type,
+              error_control, binary_path, group, tag_id, List{dependencies}, account, password),
+      is_open(manager), "service");
 }
 
 BOOL ChangeServiceConfig2A(SC_HANDLE service, DWORD level, LPVOID info) {
-  const auto* description = static_cast<const SERVICE_DESCRIPTIONA*>(info);
-  return record("ChangeServiceConfig2A", service,
-                ", " + std::to_string(level) + ", " + text_of(description->lpDescription));
+  const char* description = static_cast<const SERVICE_DESCRIPTIONA*>(info)->lpDescription;
+  return record("ChangeServiceConfig2A", service, level, description);
 }
 
 BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE level, LPBYTE buffer, DWORD size,
                           LPDWORD needed) {
-  const std::string arguments = ", " + std::to_string(level) + ", " + std::to_string(size);
-  if (record("QueryServiceStatusEx", service, arguments) == FALSE) return FALSE;
+  if (record("QueryServiceStatusEx", service, static_cast<DWORD>(level), size) == FALSE)
+    return FALSE;
   const SERVICE_STATUS first = next_status();
   SERVICE_STATUS_PROCESS status{};
   std::memcpy(&status, &first, sizeof first);
@@ -169,7 +191,7 @@ BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE level, LPBYTE buffer
 }
 
 BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status) {
-  if (record("ControlService", service, ", " + std::to_string(control)) == FALSE) return FALSE;
+  if (record("ControlService", service, control) == FALSE) return FALSE;
   *status = next_status();
   return TRUE;
 }

@@ -5,8 +5,8 @@
 #include "platform/types_api.h"
 
 // NOLINTBEGIN(readability-identifier-naming): the names are Windows'.
-struct SC_HANDLE__;
-using SC_HANDLE = SC_HANDLE__*;  // never a real address
+struct ServiceHandleTag;
+using SC_HANDLE = ServiceHandleTag*;  // never a real address
 
 struct SERVICE_STATUS {
   DWORD dwServiceType;

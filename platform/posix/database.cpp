@@ -1,0 +1,37 @@
+#include "platform/posix/database.h"
+
+namespace svcinst {
+namespace {
+
+// Enough for hundreds of installers in a row on a slow disk; a lock that is never given up ends
+// too.
+constexpr int kLockTimeout = 60'000;  // milliseconds
+
+}  // namespace
+
+Connection open_database(const std::string& path) {
+  sqlite3* opened = nullptr;
+  const int result =
+      sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+  Connection database(opened);
+  if (result != SQLITE_OK || sqlite3_busy_timeout(opened, kLockTimeout) != SQLITE_OK ||
+      !run(database, "PRAGMA synchronous=EXTRA"))
+    return nullptr;
+  return database;
+}
+
+Statement prepare(const Connection& database, const char* sql) {
+  sqlite3_stmt* statement = nullptr;
+  sqlite3_prepare_v2(database.get(), sql, -1, &statement, nullptr);
+  return Statement(statement);
+}
+
+bool run(const Statement& statement) {
+  return sqlite3_step(statement.get()) == SQLITE_DONE;
+}
+
+bool run(const Connection& database, const char* sql) {
+  return sqlite3_exec(database.get(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+}  // namespace svcinst
