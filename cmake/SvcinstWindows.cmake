@@ -1,0 +1,34 @@
+# What is different for a Windows program: how it is linked, and its resources.
+
+# Everything that isn't part of Windows is linked in. The reader and the matcher follow nested groups
+# with nested calls, 2000 levels deep at most, which needs more than the usual 1 MB of stack.
+add_link_options(-static LINKER:--stack,8388608)
+# The same sources give the same bytes, wherever and whenever they are built.
+add_link_options(LINKER:--no-insert-timestamp)
+add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
+
+# A release is optimised as a whole. The objects hold machine code too, so that tests can replace
+# functions of the platform when they are linked.
+if(CMAKE_BUILD_TYPE STREQUAL "MinSizeRel")
+  target_compile_options(svcinst_options INTERFACE
+    -flto -ffat-lto-objects -ffunction-sections -fdata-sections)
+endif()
+
+# svcinst_windows_program(TARGET): what only the shipped executable gets: its resources, the import
+# library for plug-ins, and the optimisation as a whole.
+function(svcinst_windows_program target)
+  set(resources "${PROJECT_SOURCE_DIR}/platform/windows/resources")
+  configure_file("${resources}/program.rc.in" "${CMAKE_CURRENT_BINARY_DIR}/program.rc" @ONLY)
+  set_property(SOURCE "${CMAKE_CURRENT_BINARY_DIR}/program.rc"
+    PROPERTY OBJECT_DEPENDS "${resources}/program.manifest")
+  target_sources(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/program.rc"
+    "${PROJECT_SOURCE_DIR}/platform/windows/no_wildcards.cpp")
+  target_include_directories(${target} PRIVATE "${resources}")
+  set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
+  target_link_options(${target} PRIVATE
+    LINKER:--dynamicbase,--nxcompat,--high-entropy-va LINKER:--gc-sections)
+  if(CMAKE_BUILD_TYPE STREQUAL "MinSizeRel")
+    target_link_options(${target} PRIVATE -Os -flto -s)
+  endif()
+  install(TARGETS ${target} ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
+endfunction()
