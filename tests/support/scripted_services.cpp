@@ -201,7 +201,8 @@ BOOL DeleteService(SC_HANDLE service) {
 }
 
 BOOL CloseServiceHandle(SC_HANDLE handle) {
-  const BOOL success = record("CloseServiceHandle", handle);
-  if (success != FALSE) find(handle)->open = false;
-  return success;
+  Handle* known = find(handle);
+  if (record("CloseServiceHandle", handle) == FALSE || known == nullptr) return FALSE;
+  known->open = false;
+  return TRUE;
 }
