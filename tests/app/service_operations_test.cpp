@@ -25,7 +25,7 @@ class ServiceOperations : public ::testing::Test {
   void TearDown() override { EXPECT_EQ(open_handles(), 0U); }
 
   static void restart() {
-    restart();
+    reset_scripted_services();
     scripted_clock().record_local_time = true;
   }
 

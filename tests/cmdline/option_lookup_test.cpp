@@ -11,16 +11,17 @@
 namespace svcinst {
 namespace {
 
-Grammar parsed(const std::string& line) {
+// `line` must outlive the result.
+Grammar parsed(const char* line) {
   Grammar grammar;
-  const std::uint64_t remaining = line.size();
-  grammar.result = match(grammar.start_rule, line.c_str(), remaining, *grammar.rules);
+  const std::uint64_t remaining = TextView(line).size();
+  grammar.result = match(grammar.start_rule, line, remaining, *grammar.rules);
   return grammar;
 }
 
 // The value of `name` in `line`: "absent" for an option that is not there, "none" for one without a
 // value, otherwise the value in square brackets.
-std::string value_in(const std::string& line, TextView name) {
+std::string value_in(const char* line, TextView name) {
   const Grammar grammar = parsed(line);
   const TextView untouched = "untouched";
   TextView value = untouched;
