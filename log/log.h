@@ -1,0 +1,87 @@
+/* The logger, for the program itself and for code that it loads: the executable exports these
+ * twenty functions under these names. All callers share one configuration, which lives as long as
+ * the process and holds its defaults before main runs. Calls may come from any thread; each runs as
+ * a whole.
+ *
+ * A format follows this system's own rules, which are not printf's: see docs/format-strings.md.
+ * Nothing is reported to callers. When memory runs out, std::bad_alloc leaves the function. */
+#ifndef SVCINST_LOG_LOG_H
+#define SVCINST_LOG_LOG_H
+
+/* NOLINTBEGIN(modernize-deprecated-headers): C has no others. */
+#include <stdbool.h>
+#include <stdint.h>
+/* NOLINTEND(modernize-deprecated-headers) */
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** Writes the formatted text as it is, without a prefix, to the log file, else to the console;
+ * never to a network peer. No level filters it, and it takes no record number. format:
+ * NUL-terminated; what it formats beyond the bytes of set_max() is dropped. Returns the length of
+ * the text in bytes, whether or not a sink took it; 0 while logging is off. */
+int log_it(const char* format, ...);
+
+/** Write one record at a level: info 0, note 1, warn 2, error 3, fatal 4 (which stops nothing). A
+ * record is "[", the fields that are switched on, the coloured level tag, "] " and the formatted
+ * message; a line feed ends it only where the format has one. It goes to the UDP peer, else the TCP
+ * peer, else the log file, else the console.
+ * format: NUL-terminated; what it formats beyond the bytes of set_max() is dropped.
+ * Return the length of the record in bytes, whether or not a sink took it; 0 when logging is off or
+ * the level is below the lowest one written. */
+int log_info(const char* format, ...);
+int log_note(const char* format, ...);
+int log_warn(const char* format, ...);
+int log_error(const char* format, ...);
+int log_fatal(const char* format, ...);
+
+/** Switches logging on or off (default on). While it is off, log calls write nothing and the four
+ * set_log2 functions change nothing; open sinks stay open. Switching on writes one announcement
+ * line with log_it() and returns its length in bytes; switching off returns 0. */
+int set_enable(bool enable);
+
+/** Sets the size in bytes of a formatted message (default 1024). 0 and less change nothing. */
+void set_max(int max);
+
+/** Shows unprintable bytes of %c and %s in records with their codes (default off). */
+void set_with_hex(bool with_hex);
+
+/** Flushes the log file or standard output after each text (default off). */
+void set_flush(bool flush);
+
+/** Writes a line feed after each text on the console, and only there (default off). */
+void set_auto_endline(bool auto_endline);
+
+/** Sets the lowest level that is written (default 0); above 4 drops every record. */
+void set_mini_level(int level);
+
+/** Switch fields of the prefix on or off. They stand in this order: local date and time (default
+ * on); microseconds since start-up and since the last record; the thread's id; the record's number.
+ */
+void set_time(bool time);
+void set_cpu(bool cpu);
+void set_thread(bool thread);
+void set_count(bool count);
+
+/** Chooses the console. 0: the process's own, its standard output fully buffered with 4096 bytes.
+ * UINT64_MAX: none. Any other value: the console of the process with that id. */
+void set_log2cmd(uint64_t std_handle);
+
+/** Closes the log file and opens another one, to append to it. A file that cannot be opened leaves
+ * none, and texts go on to the console.
+ * name: copied; need not end with a NUL. length: bytes of it, 0 to 255; others change nothing. */
+void set_log2file(const char* name, int length);
+
+/** Connect to a TCP or UDP peer, which then receives each record by one send, with nothing added.
+ * Without effect once a peer of that kind is connected; a failed attempt may be repeated.
+ * TCP waits one second at most.
+ * address: NUL-terminated dotted IPv4 text; port: in the byte order of this machine. */
+void set_log2tcp(const char* address, uint16_t port);
+void set_log2udp(const char* address, uint16_t port);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

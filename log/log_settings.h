@@ -1,0 +1,46 @@
+// What all of the logger works on: one settings record and a little state beside it, for the whole
+// process. They are plain variables; the exported functions use them under the logger's lock.
+// Nothing is torn down, so that texts may be logged until the very end of the process.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+
+#include "common/byte_string.h"
+
+namespace svcinst {
+
+enum LogLevel : std::int32_t { kInfo, kNote, kWarn, kError, kFatal };
+
+constexpr std::int32_t kNoSocket = -1;
+constexpr std::uint64_t kNoConsole = UINT64_MAX;
+constexpr std::uint64_t kStdoutBufferSize = 4096;
+
+struct LogSettings {
+  std::int32_t max = 1024;  // bytes of each of the two buffers of a log call
+  bool enable_log = true;
+  bool time = true;
+  std::int32_t tcp_socket = kNoSocket;
+  std::int32_t udp_socket = kNoSocket;
+  char file_name[256] = "orv.log";
+  bool auto_endline = false;
+  bool flush = false;
+  bool with_hex = false;
+  bool thread = false;
+  std::uint64_t std_handle =
+      kNoConsole;                 // the process that has the console; from start-up, this one
+  std::FILE* log_file = nullptr;  // owned; none while no log file is open
+  std::int32_t mini_level = kInfo;
+  bool cpu = false;
+  bool count = false;
+};
+
+extern LogSettings log_settings;
+
+extern std::uint64_t record_counter;      // levelled records made so far
+extern std::int64_t start_time_ns;        // the monotonic clock at start-up
+extern std::int64_t last_record_time_ns;  // the same when the last levelled record was made
+extern char* stdout_buffer;               // kStdoutBufferSize bytes that standard output may use
+extern ByteString* level_tags;            // for each level: colour, four letters, end of the colour
+
+}  // namespace svcinst
