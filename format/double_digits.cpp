@@ -1,0 +1,82 @@
+#include "format/double_digits.h"
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+#include "format/digits.h"
+
+namespace svcinst {
+namespace {
+
+__extension__ using Uint128 = unsigned __int128;
+
+constexpr int kMantissaBits = 52;    // stored ones, IEEE 754 binary64
+constexpr int kExponentBias = 1075;  // 1023, and 52 for the mantissa taken as an integer
+constexpr std::uint32_t kMillion = 1'000'000;
+
+// A number below 2^63 in magnitude, rounded to millionths.
+struct Decimal {
+  std::uint64_t units;
+  std::uint32_t millionths;
+};
+
+// Millionths in fraction / 2^shift, to the nearest, a tie to the even one. The fraction is below
+// 2^53 and below 2^shift; the result can be a whole million.
+std::uint32_t to_millionths(std::uint64_t fraction, int shift) {
+  constexpr int kVanishing = 74;  // 2^53 * 10^6 < 2^73, so from here on it is less than a half
+  if (shift >= kVanishing) return 0;
+  const Uint128 scaled = Uint128{fraction} * kMillion;
+  const auto whole = static_cast<std::uint32_t>(scaled >> shift);
+  const Uint128 rest = scaled - (Uint128{whole} << shift);
+  const Uint128 half = Uint128{1} << (shift - 1);
+  const bool up = rest > half || (rest == half && whole % 2 == 1);
+  return up ? whole + 1 : whole;
+}
+
+// mantissa * 2^exponent, which is below 2^63.
+Decimal to_decimal(std::uint64_t mantissa, int exponent) {
+  if (exponent >= 0) return {mantissa << exponent, 0};
+  const int shift = -exponent;
+  const std::uint64_t units = shift < 64 ? mantissa >> shift : 0;
+  const std::uint64_t fraction = shift < 64 ? mantissa - (units << shift) : mantissa;
+  const std::uint32_t millionths = to_millionths(fraction, shift);
+  if (millionths == kMillion) return {units + 1, 0};
+  return {units, millionths};
+}
+
+// Six digits and a point in front of them.
+char* write_fraction(char* end, std::uint32_t millionths) {
+  for (int pair = 0; pair < 3; ++pair) {
+    end -= 2;
+    std::memcpy(end, &decimal_pairs[std::size_t{2} * (millionths % 100)], 2);
+    millionths /= 100;
+  }
+  *--end = '.';
+  return end;
+}
+
+}  // namespace
+
+TextView write_double(DoubleBuffer& buffer, double value) {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const auto field = static_cast<int>(bits >> kMantissaBits & 0x7FF);
+  if (field >= 1023 + 63) {  // 2^63 and more, infinities, NaNs
+    const int length = std::snprintf(buffer.data(), buffer.size(), "%f", value);
+    return {buffer.data(), static_cast<std::size_t>(length)};
+  }
+  const std::uint64_t stored = bits & ((std::uint64_t{1} << kMantissaBits) - 1);
+  const bool subnormal = field == 0;
+  const std::uint64_t mantissa = subnormal ? stored : stored | std::uint64_t{1} << kMantissaBits;
+  const Decimal number = to_decimal(mantissa, (subnormal ? 1 : field) - kExponentBias);
+  char* const end = buffer.data() + buffer.size();
+  char* const point = write_fraction(end, number.millionths);
+  write_decimal(point, number.units);
+  char* start = point - decimal_length(number.units);
+  if (bits >> 63 != 0) *--start = '-';
+  return {start, static_cast<std::size_t>(end - start)};
+}
+
+}  // namespace svcinst
