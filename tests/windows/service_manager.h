@@ -1,0 +1,47 @@
+// What the suite does itself: running programs, and looking at the Service Control Manager and its
+// registry keys without the tool's help.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+namespace svcinst {
+
+struct Result {
+  int exit_code;
+  std::string output;  // records without their prefixes; the help text is "HELP\r\n"
+};
+
+/// The full path that an environment variable of the suite names.
+std::string path_of(const char* variable);
+
+/// Runs a command line, `directory` being the current one, and waits for its end; meanwhile calls
+/// `meanwhile` once with the handle of its process.
+Result run(const std::string& command_line, const std::string& directory,
+           const std::function<void(HANDLE)>& meanwhile = {});
+
+/// "type start error|path|display name|dependencies|account|description" as the manager tells it,
+/// or "none". Dependencies have a comma behind each.
+std::string configuration(const std::string& name);
+
+/// The same from the registry.
+std::string registry_configuration(const std::string& name);
+
+/// "none", or what happens to the name: "marked" for deletion, or "there".
+std::string presence(const std::string& name);
+
+/// The service's state; 0 when there is none.
+DWORD state(const std::string& name);
+
+/// Starts the service and waits until it is running or paused.
+void start(const std::string& name);
+
+/// Ends the service's process, if there is one, and deletes the service.
+void remove(const std::string& name);
+
+/// Loads a DLL into a process.
+void load_into(HANDLE process, const std::string& dll);
+
+}  // namespace svcinst
