@@ -1,28 +1,25 @@
-// A service. The last word of its command line chooses how it starts and what a stop does to it.
+// A service. The last word of its command line chooses what a stop does to it.
 #include <windows.h>
 
 #include <cstring>
 
 namespace {
 
-enum class Stop { at_once, slowly, never, returns };
+enum class Stop { at_once, slowly, in_steps, never, returns };
 
 struct Mode {
   const char* name;
-  DWORD state;     // once it has started
   DWORD accepted;  // controls
   Stop stop;
 };
 
-constexpr Mode kModes[] = {
-    {"quick", SERVICE_RUNNING, SERVICE_ACCEPT_STOP, Stop::at_once},
-    {"slow", SERVICE_RUNNING, SERVICE_ACCEPT_STOP, Stop::slowly},
-    {"hung", SERVICE_RUNNING, SERVICE_ACCEPT_STOP, Stop::never},
-    {"returning", SERVICE_RUNNING, SERVICE_ACCEPT_STOP, Stop::returns},
-    {"refusing", SERVICE_RUNNING, 0, Stop::never},
-    {"paused", SERVICE_PAUSED, SERVICE_ACCEPT_STOP, Stop::at_once},
-    {"paused-refusing", SERVICE_PAUSED, 0, Stop::never},
-};
+constexpr DWORD kPause = SERVICE_ACCEPT_PAUSE_CONTINUE;
+constexpr Mode kModes[] = {{"quick", SERVICE_ACCEPT_STOP | kPause, Stop::at_once},
+                           {"slow", SERVICE_ACCEPT_STOP, Stop::slowly},
+                           {"stepwise", SERVICE_ACCEPT_STOP, Stop::in_steps},
+                           {"hung", SERVICE_ACCEPT_STOP, Stop::never},
+                           {"returning", SERVICE_ACCEPT_STOP, Stop::returns},
+                           {"refusing", kPause, Stop::never}};
 
 const Mode* mode = kModes;
 SERVICE_STATUS_HANDLE manager;
@@ -32,37 +29,39 @@ void report(DWORD state, DWORD accepted, DWORD checkpoint = 0, DWORD wait_hint =
   SetServiceStatus(manager, &status);
 }
 
-// Takes far longer than its wait hint, so that only the checkpoints keep others waiting.
-DWORD WINAPI stop_slowly(LPVOID) {
-  constexpr DWORD kHint = 1500;
-  for (DWORD checkpoint = 1; checkpoint <= 20; ++checkpoint) {
-    report(SERVICE_STOP_PENDING, 0, checkpoint, kHint);
-    Sleep(250);
+constexpr DWORD kHint = 1500;
+
+// Takes far longer than its wait hint, so that only the checkpoints keep others waiting. Whether
+// the last report has one too makes the difference between "slow" and "stepwise".
+DWORD WINAPI finish(LPVOID) {
+  if (mode->stop == Stop::returns) {
+    Sleep(kHint);
+    report(SERVICE_RUNNING, mode->accepted, 2);
+    return 0;
   }
-  report(SERVICE_STOPPED, 0);
+  constexpr DWORD kSteps = 20;
+  for (DWORD checkpoint = 2; checkpoint <= kSteps; ++checkpoint) {
+    Sleep(250);
+    report(SERVICE_STOP_PENDING, 0, checkpoint, kHint);
+  }
+  report(SERVICE_STOPPED, 0, mode->stop == Stop::in_steps ? kSteps + 1 : 0);
   return 0;
 }
 
-DWORD WINAPI return_to_running(LPVOID) {
-  report(SERVICE_STOP_PENDING, 0, 1, 10000);
-  Sleep(1500);
-  report(SERVICE_RUNNING, SERVICE_ACCEPT_STOP);
-  return 0;
+void stop() {
+  if (mode->stop == Stop::at_once) return report(SERVICE_STOPPED, 0);
+  report(SERVICE_STOP_PENDING, 0, 1, kHint);
+  if (mode->stop != Stop::never) CreateThread(nullptr, 0, finish, nullptr, 0, nullptr);
 }
 
 void WINAPI handle_control(DWORD control) {
-  if (control != SERVICE_CONTROL_STOP) return;
-  switch (mode->stop) {
-    case Stop::at_once: return report(SERVICE_STOPPED, 0);
-    case Stop::never: return report(SERVICE_STOP_PENDING, 0, 1, 1000);
-    case Stop::slowly: CreateThread(nullptr, 0, stop_slowly, nullptr, 0, nullptr); return;
-    case Stop::returns: CreateThread(nullptr, 0, return_to_running, nullptr, 0, nullptr); return;
-  }
+  if (control == SERVICE_CONTROL_STOP) stop();
+  if (control == SERVICE_CONTROL_PAUSE) report(SERVICE_PAUSED, mode->accepted);
 }
 
 void WINAPI run(DWORD, LPSTR*) {
   manager = RegisterServiceCtrlHandlerA("", handle_control);
-  report(mode->state, mode->accepted);
+  report(SERVICE_RUNNING, mode->accepted);
 }
 
 }  // namespace

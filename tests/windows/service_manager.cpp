@@ -5,30 +5,17 @@
 #include <cstring>
 #include <regex>
 
+#include "app/service_handle.h"
 #include "tests/support/capture.h"
 
 namespace svcinst {
 namespace {
 
-class Handle {
- public:
-  explicit Handle(SC_HANDLE handle) : handle_(handle) {}
-  Handle(const Handle&) = delete;
-  Handle& operator=(const Handle&) = delete;
-  ~Handle() {
-    if (handle_ != nullptr) CloseServiceHandle(handle_);
-  }
-  [[nodiscard]] SC_HANDLE get() const { return handle_; }
-
- private:
-  SC_HANDLE handle_;
-};
-
 struct Service {
   explicit Service(const std::string& name)
       : service(OpenServiceA(manager.get(), name.c_str(), SERVICE_ALL_ACCESS)) {}
-  Handle manager{OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS)};
-  Handle service;
+  ServiceHandle manager{OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS)};
+  ServiceHandle service;
 };
 
 SERVICE_STATUS_PROCESS status_of(const std::string& name) {
@@ -40,26 +27,14 @@ SERVICE_STATUS_PROCESS status_of(const std::string& name) {
   return status;
 }
 
-// Polls for ten seconds at most.
+// Polls for 30 seconds at most.
 void wait_until(const std::function<bool()>& condition) {
-  for (int i = 0; i < 200 && !condition(); ++i) Sleep(50);
-}
-
-std::string list_text(const char* list) {
-  std::string text;
-  for (; list != nullptr && *list != '\0'; list += std::strlen(list) + 1)
-    text += std::string(list) + ",";
-  return text;
-}
-
-std::string joined(DWORD type, DWORD start, DWORD error, const std::string& texts) {
-  return std::to_string(type) + " " + std::to_string(start) + " " + std::to_string(error) + texts;
+  for (int i = 0; i < 600 && !condition(); ++i) Sleep(50);
 }
 
 std::string messages(const std::string& output) {
-  static const std::regex prefix(
-      R"(\[\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3}\|(\s*\d+\|)?)"
-      "\033\\[3[62];40m(info|note)\033\\[0m\\] ");
+  static const std::regex prefix(R"(\[\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3}\|(\s*\d+\|)?)"
+                                 "\033\\[3[62];40m(info|note)\033\\[0m\\] ");
   static const std::regex help("install/uninstall a executable file[^]*service description.\r\n");
   const std::string plain = std::regex_replace(output, prefix, "$1");
   return std::regex_replace(plain, help, "HELP");
@@ -103,41 +78,43 @@ std::string configuration(const std::string& name) {
   const Service service(name);
   alignas(QUERY_SERVICE_CONFIGA) std::array<BYTE, 8192> buffer{};
   DWORD needed = 0;
-  auto* config = reinterpret_cast<QUERY_SERVICE_CONFIGA*>(buffer.data());
-  if (QueryServiceConfigA(service.service.get(), config, buffer.size(), &needed) == FALSE)
+  const auto* config = reinterpret_cast<QUERY_SERVICE_CONFIGA*>(buffer.data());
+  if (QueryServiceConfigA(service.service.get(),
+                          reinterpret_cast<QUERY_SERVICE_CONFIGA*>(buffer.data()), buffer.size(),
+                          &needed) == FALSE)
     return "none";
-  const std::string texts = "|" + std::string(config->lpBinaryPathName) + "|" +
-                            config->lpDisplayName + "|" + list_text(config->lpDependencies) + "|" +
-                            config->lpServiceStartName + "|";
-  const std::string all = joined(config->dwServiceType, config->dwStartType,
-                                 config->dwErrorControl, texts);
+  std::string text = std::to_string(config->dwServiceType) + " " +
+                     std::to_string(config->dwStartType) + " " +
+                     std::to_string(config->dwErrorControl);
+  for (const char* value :
+       {config->lpBinaryPathName, config->lpDisplayName, config->lpServiceStartName})
+    text += "|" + std::string(value);
   QueryServiceConfig2A(service.service.get(), SERVICE_CONFIG_DESCRIPTION, buffer.data(),
                        buffer.size(), &needed);
-  const char* text = reinterpret_cast<SERVICE_DESCRIPTIONA*>(buffer.data())->lpDescription;
-  return all + (text != nullptr ? text : "");
+  const char* description = reinterpret_cast<SERVICE_DESCRIPTIONA*>(buffer.data())->lpDescription;
+  return text + "|" + (description != nullptr ? description : "");
+}
+
+std::string registry_value(const std::string& name, const char* value) {
+  const std::string key = R"(System\CurrentControlSet\Services\)" + name;
+  std::string data(4096, '\0');
+  auto size = static_cast<DWORD>(data.size());
+  const auto error = RegGetValueA(HKEY_LOCAL_MACHINE, key.c_str(), value, RRF_RT_ANY | RRF_NOEXPAND,
+                                  nullptr, data.data(), &size);
+  data.resize(error == ERROR_SUCCESS ? size : 0);
+  return data;
 }
 
 std::string registry_configuration(const std::string& name) {
-  const std::string key = R"(System\CurrentControlSet\Services\)" + name;
-  const auto read = [&key](const char* value) {
-    std::string data(4096, '\0');
-    auto size = static_cast<DWORD>(data.size());
-    const auto error = RegGetValueA(HKEY_LOCAL_MACHINE, key.c_str(), value,
-                                    RRF_RT_ANY | RRF_NOEXPAND, nullptr, data.data(), &size);
-    return error == ERROR_SUCCESS ? data : std::string(8, '\0');
-  };
-  const auto number = [&read](const char* value) {
-    DWORD result = 0;
-    std::memcpy(&result, read(value).data(), sizeof result);
-    return result;
-  };
-  if (number("Type") == 0) return "none";
-  std::string texts;
-  for (const char* value : {"ImagePath", "DisplayName"}) texts += "|" + std::string(read(value).c_str());
-  texts += "|" + list_text(read("DependOnService").c_str());
-  for (const char* value : {"ObjectName", "Description"})
-    texts += "|" + std::string(read(value).c_str());
-  return joined(number("Type"), number("Start"), number("ErrorControl"), texts);
+  std::string text;
+  for (const char* value : {"Type", "Start", "ErrorControl"}) {
+    const std::string number = registry_value(name, value);
+    if (number.size() != 4) return "none";
+    text += (text.empty() ? "" : " ") + std::to_string(number[0]);
+  }
+  for (const char* value : {"ImagePath", "DisplayName", "ObjectName", "Description"})
+    text += "|" + std::string(registry_value(name, value).c_str());
+  return text;
 }
 
 std::string presence(const std::string& name) {
@@ -155,10 +132,15 @@ DWORD state(const std::string& name) {
   return status_of(name).dwCurrentState;
 }
 
-void start(const std::string& name) {
+void start(const std::string& name, bool paused) {
   const Service service(name);
-  StartServiceA(service.service.get(), 0, nullptr);
-  wait_until([&] { return state(name) == SERVICE_RUNNING || state(name) == SERVICE_PAUSED; });
+  SERVICE_STATUS status{};
+  // On a machine that is busy a start can fail.
+  wait_until([&] {
+    StartServiceA(service.service.get(), 0, nullptr);
+    return state(name) == SERVICE_RUNNING;
+  });
+  if (paused) ControlService(service.service.get(), SERVICE_CONTROL_PAUSE, &status);
 }
 
 void remove(const std::string& name) {

@@ -2,10 +2,10 @@
 // registry keys without the tool's help.
 #pragma once
 
-#include <windows.h>
-
 #include <functional>
 #include <string>
+
+#include "platform/service_api.h"
 
 namespace svcinst {
 
@@ -22,12 +22,15 @@ std::string path_of(const char* variable);
 Result run(const std::string& command_line, const std::string& directory,
            const std::function<void(HANDLE)>& meanwhile = {});
 
-/// "type start error|path|display name|dependencies|account|description" as the manager tells it,
-/// or "none". Dependencies have a comma behind each.
+/// "type start error|path|display name|account|description" as the manager tells it, or "none".
 std::string configuration(const std::string& name);
 
 /// The same from the registry.
 std::string registry_configuration(const std::string& name);
+
+/// The bytes of one value of the service's registry key, NULs included; none when there is no
+/// value.
+std::string registry_value(const std::string& name, const char* value);
 
 /// "none", or what happens to the name: "marked" for deletion, or "there".
 std::string presence(const std::string& name);
@@ -35,8 +38,8 @@ std::string presence(const std::string& name);
 /// The service's state; 0 when there is none.
 DWORD state(const std::string& name);
 
-/// Starts the service and waits until it is running or paused.
-void start(const std::string& name);
+/// Starts the service and waits until it is running, or pauses it then.
+void start(const std::string& name, bool paused);
 
 /// Ends the service's process, if there is one, and deletes the service.
 void remove(const std::string& name);
