@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <new>
-#include <utility>
 
 namespace svcinst {
 namespace {
@@ -17,62 +16,34 @@ std::uint64_t capacity_for(std::uint64_t count) {
   return capacity;
 }
 
-// The block of a node with children, in front of its items.
-struct ParentNode {
-  MatchNode node;
-  NodeVector children;
-};
-
-static_assert(sizeof(ParentNode) % alignof(MatchNode*) == 0, "the items stand right behind");
-
-MatchNode*& last_slot(MatchNode& node) {
-  return node.children->items[node.children->count - 1];
-}
-
-bool has_children(const MatchNode& node) {
-  return node.children != nullptr && node.children->count > 0;
-}
-
 }  // namespace
 
-MatchNodePtr make_match_node(std::uint16_t type, const char* start, std::uint64_t length,
-                             std::span<MatchNode* const> children) {
-  if (children.empty()) {
-    return MatchNodePtr(new (::operator new(sizeof(MatchNode)))
-                            MatchNode{type, start, length, nullptr});
-  }
+// One block for the vector, its slots and, behind them, the children: most nodes are leaves, and a
+// block for each would take longer than the match.
+void adopt(MatchNode& node, std::span<const MatchNode> children) {
+  if (children.empty()) return;
   const std::uint64_t capacity = capacity_for(children.size());
-  void* const block = ::operator new(sizeof(ParentNode) + capacity * sizeof(MatchNode*));
-  auto* const parent = new (block) ParentNode{{type, start, length, nullptr}, {}};
-  auto** const items = new (parent + 1) MatchNode*[capacity];
-  std::fill(std::copy(children.begin(), children.end(), items), items + capacity, nullptr);
-  parent->children = {items, children.size(), capacity};
-  parent->node.children = &parent->children;
-  return MatchNodePtr(&parent->node);
+  const std::uint64_t slots_size = capacity * sizeof(MatchNode*);
+  void* const block = ::operator new(sizeof(NodeVector) + slots_size + children.size_bytes());
+  auto* const vector = new (block) NodeVector{nullptr, children.size(), capacity};
+  vector->items = new (vector + 1) MatchNode*[capacity];
+  auto* copy = new (vector->items + capacity) MatchNode[children.size()];
+  std::copy(children.begin(), children.end(), copy);
+  for (std::uint64_t i = 0; i < children.size(); ++i) vector->items[i] = copy + i;
+  std::fill(vector->items + children.size(), vector->items + capacity, nullptr);
+  node.children = vector;
 }
 
-// On the way down, the slot of the child that is entered keeps the parent's own parent, so that the
-// way back up needs no stack.
 void MatchNodeDeleter::operator()(MatchNode* node) const noexcept {
-  MatchNode* parent = nullptr;
-  for (;;) {
-    if (has_children(*node)) {
-      MatchNode* const child = std::exchange(last_slot(*node), parent);
-      parent = std::exchange(node, child);
-      continue;
-    }
-    ::operator delete(node);
-    if (parent == nullptr) return;
-    node = parent;
-    parent = last_slot(*node);
-    --node->children->count;
-  }
+  clear(*node);
+  delete node;
 }
 
+// Results are nested as deep as a match may go, and no deeper.
 void clear(MatchNode& node) noexcept {
-  while (has_children(node)) {
-    MatchNodeDeleter()(last_slot(node));
-    --node.children->count;
+  if (node.children != nullptr) {
+    for (std::uint64_t i = node.children->count; i > 0; --i) clear(*node.children->items[i - 1]);
+    ::operator delete(node.children);
   }
   node.children = nullptr;
   node.start = nullptr;

@@ -1,9 +1,8 @@
 // One node of a result tree: which stretch of the input a rule or a terminal matched. It looks into
 // the input, which must outlive the tree, and it owns its children.
 //
-// A node with children is one block of memory: the node, its vector and the vector's items. Nodes
-// are therefore made by make_match_node only and held by a MatchNodePtr, which frees a tree of any
-// depth without recursion.
+// The children of a node stand in the block of its vector: only a root is made and freed by itself,
+// and children are given to a node by adopt only.
 #pragma once
 
 #include <cstdint>
@@ -42,12 +41,12 @@ struct MatchNodeDeleter {
   void operator()(MatchNode* node) const noexcept;
 };
 
+/// Owns a root. Every other node is owned by its parent, with whose vector it shares a block.
 using MatchNodePtr = std::unique_ptr<MatchNode, MatchNodeDeleter>;
 
-/// A node that owns `children`, or a leaf when there are none. Throws std::bad_alloc; the children
-/// then still belong to the caller.
-MatchNodePtr make_match_node(std::uint16_t type, const char* start, std::uint64_t length,
-                             std::span<MatchNode* const> children);
+/// Makes copies of `children`, which take over what those own, the children of `node`, which must
+/// have none. Throws std::bad_alloc; nothing is then taken over.
+void adopt(MatchNode& node, std::span<const MatchNode> children);
 
 /// Frees the children of `node`, from the last to the first, and empties it. The node itself stays.
 void clear(MatchNode& node) noexcept;

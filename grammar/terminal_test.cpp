@@ -1,7 +1,6 @@
 #include "grammar/terminal_test.h"
 
 #include <cstdlib>
-#include <cstring>
 
 #include "grammar/matcher.h"
 #include "grammar/utf8.h"
@@ -16,6 +15,7 @@ const char* record_failure(const char* position) {
 
 // One character, or one byte where there is no valid one.
 const char* pass_char(const char* position) {
+  if (static_cast<unsigned char>(*position) < 0x80) return position + 1;
   const std::uint32_t length = decode_utf8(position).length;
   return position + (length == 0 ? 1 : length);
 }
@@ -25,10 +25,30 @@ TextView quoted_text(const GrammarNode& node) {
   return {node.begin + 1, node.end - 1};
 }
 
+// A bound of 0x80 and more is above every byte: it stays negative in 64 bits.
+std::uint64_t literal_bound(const GrammarNode& bound) {
+  return static_cast<std::uint64_t>(static_cast<signed char>(bound.begin[1]));
+}
+
+bool is_literal(const GrammarNode& node) {
+  return node.type == NodeType::quote_string || node.type == NodeType::dquote_string;
+}
+
+}  // namespace
+
+std::uint64_t integer_value(const GrammarNode& node) {
+  return std::strtoul(node.begin, nullptr, node.type == NodeType::integer_hex ? 16 : 10);
+}
+
+// Literals are too short for a call of the C library's comparison to pay.
 const char* test_literal(const GrammarNode& node, const char* position, const char* input_end) {
   const TextView literal = quoted_text(node);
-  const TextView input(position, input_end);
-  return input.starts_with(literal) ? position + literal.size() : record_failure(position);
+  if (static_cast<std::size_t>(input_end - position) < literal.size())
+    return record_failure(position);
+  const char* next = position;
+  for (const char byte : literal)
+    if (*next++ != byte) return record_failure(position);
+  return next;
 }
 
 // The set is written in ascending order of its bytes as signed chars.
@@ -50,19 +70,10 @@ const char* test_sort_string(const GrammarNode& node, const char* position, cons
   return record_failure(position);
 }
 
-// A bound of 0x80 and more is above every byte: it stays negative in 64 bits.
-std::uint64_t literal_bound(const GrammarNode& bound) {
-  return static_cast<std::uint64_t>(static_cast<signed char>(bound.begin[1]));
-}
-
-bool is_literal(const GrammarNode& node) {
-  return node.type == NodeType::quote_string || node.type == NodeType::dquote_string;
-}
-
 const char* test_range(const GrammarNode& node, const char* position, const char* input_end) {
   if (position == input_end) return nullptr;
-  const GrammarNode& low = *first_child(node);
-  const GrammarNode& high = *last_child(node);
+  const GrammarNode& low = *node.children.head->value;
+  const GrammarNode& high = *node.children.tail->value;
   if (is_literal(low)) {
     const std::uint64_t byte = static_cast<unsigned char>(*position);
     const bool inside = literal_bound(low) <= byte && byte <= literal_bound(high);
@@ -76,14 +87,13 @@ const char* test_range(const GrammarNode& node, const char* position, const char
 
 const char* test_except(const GrammarNode& node, const char* position, const char* input_end) {
   if (position == input_end) return record_failure(position);
-  const bool found = test_terminal(*first_child(node), position, input_end) != nullptr;
+  const bool found = test_terminal(*node.children.head->value, position, input_end) != nullptr;
   return found ? record_failure(position) : pass_char(position);
 }
 
-}  // namespace
-
-std::uint64_t integer_value(const GrammarNode& node) {
-  return std::strtoul(node.begin, nullptr, node.type == NodeType::integer_hex ? 16 : 10);
+const char* test_any_char(const GrammarNode& /*node*/, const char* position,
+                          const char* input_end) {
+  return position == input_end ? nullptr : pass_char(position);
 }
 
 const char* test_terminal(const GrammarNode& node, const char* position, const char* input_end) {
@@ -98,7 +108,7 @@ const char* test_terminal(const GrammarNode& node, const char* position, const c
     case NodeType::range_string:
       return test_range(node, position, input_end);
     case NodeType::any_char:
-      return position == input_end ? nullptr : pass_char(position);
+      return test_any_char(node, position, input_end);
     default:
       return nullptr;
   }

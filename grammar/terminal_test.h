@@ -10,8 +10,18 @@ namespace svcinst {
 /// The value of a decimal or hexadecimal integer node.
 std::uint64_t integer_value(const GrammarNode& node);
 
-/// Where the text that the terminal `node` matches at `position` ends, or null when it matches
-/// none. Failures raise furthest_failure. input_end: end of the input; a NUL must stand there.
+// Each test returns where the text that the terminal `node` matches at `position` ends, or null
+// when it matches none. Failures raise furthest_failure. input_end: end of the input; a NUL must
+// stand there.
+
+/// Of one kind of terminal each.
+const char* test_any_char(const GrammarNode& node, const char* position, const char* input_end);
+const char* test_except(const GrammarNode& node, const char* position, const char* input_end);
+const char* test_literal(const GrammarNode& node, const char* position, const char* input_end);
+const char* test_range(const GrammarNode& node, const char* position, const char* input_end);
+const char* test_sort_string(const GrammarNode& node, const char* position, const char* input_end);
+
+/// Of whatever kind `node` is.
 const char* test_terminal(const GrammarNode& node, const char* position, const char* input_end);
 
 }  // namespace svcinst
