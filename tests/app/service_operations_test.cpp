@@ -15,35 +15,59 @@ namespace {
 
 constexpr const char* kPrefix = "[2024-05-06 07:08:09.010|\033[36;40minfo\033[0m] ";
 
-using Lines = std::vector<std::string>;
-
 const ByteString svc_name("svc");
+
+// The calls that a story abbreviates, M and S for opening the manager and the service svc, m and s
+// for closing them; a call that fails keeps its result.
+const std::pair<std::string, std::string> short_names[] = {
+    {"OpenSCManagerA(null, null, 0xF003F)", "M"},
+    {"OpenServiceA(manager#1, \"svc\", 0xF01FF)", "S"},
+    {"CloseServiceHandle(service#1)", "s"},
+    {"CloseServiceHandle(service#2)", "s2"},
+    {"CloseServiceHandle(manager#1)", "m"},
+    {"QueryServiceStatusEx(service#1, 0, 36)", "query"},
+    {"ControlService(service#1, 1)", "stop"},
+    {"DeleteService(service#1)", "delete"},
+    {" = manager#1", ""},
+    {" = service#1", ""},
+    {" = service#2", ""},
+    {"Sleep", "sleep"},
+};
 
 class ServiceOperations : public ::testing::Test {
  protected:
   void SetUp() override { restart(); }
   void TearDown() override { EXPECT_EQ(open_handles(), 0U); }
 
-  static void restart() {
+  static void restart(const std::vector<ScriptedStatus>& statuses = {{}},
+                      const std::pair<std::string, int>& failure = {"none", 0}) {
     reset_scripted_services();
     scripted_clock().record_local_time = true;
+    scripted_services().statuses = statuses;
+    scripted_services().failures = {failure};
   }
 
-  // Every call so far, with each message in its place among them: a record reads the time once.
-  Lines story() {
-    Lines lines = call_log();
+  // Every call so far, abbreviated, with each message in its place: a record reads the time once.
+  std::string story() {
     std::string logged = captured_.bytes().substr(seen_);
     seen_ += logged.size();
-    for (std::string& line : lines) {
-      if (line != "GetLocalTime()") continue;
-      const std::string prefix = kPrefix;
-      EXPECT_TRUE(logged.starts_with(prefix)) << logged;
-      const std::size_t next = std::min(logged.find(prefix, 1), logged.size());
-      line = logged.substr(prefix.size(), next - prefix.size());
-      logged.erase(0, next);
+    std::string all;
+    for (std::string line : call_log()) {
+      if (line == "GetLocalTime()") {
+        const std::string prefix = kPrefix;
+        EXPECT_TRUE(logged.starts_with(prefix)) << logged;
+        const std::size_t next = std::min(logged.find(prefix, 1), logged.size());
+        line = "<" + logged.substr(prefix.size(), next - prefix.size()) + ">";
+        logged.erase(0, next);
+      }
+      for (const auto& [call, name] : short_names) {
+        const std::size_t at = line.find(call);
+        if (at != std::string::npos) line.replace(at, call.size(), name);
+      }
+      all += (all.empty() ? "" : " ") + line;
     }
     EXPECT_EQ(logged, "");
-    return lines;
+    return all;
   }
 
  private:
@@ -51,35 +75,24 @@ class ServiceOperations : public ::testing::Test {
   std::size_t seen_ = 0;
 };
 
-const std::string kOpenManager = "OpenSCManagerA(null, null, 0xF003F) = manager#1";
-const std::string kOpenService = "OpenServiceA(manager#1, \"svc\", 0xF01FF) = service#1";
-const std::string kQuery = "QueryServiceStatusEx(service#1, 0, 36)";
-const std::string kStop = "ControlService(service#1, 1)";
-const std::string kCloseService = "CloseServiceHandle(service#1)";
-const std::string kCloseManager = "CloseServiceHandle(manager#1)";
-
 TEST_F(ServiceOperations, InstallPassesEveryValueOn) {
   const ByteString display("Shown");
   const ByteString dependencies(TextView("Tcpip\0\0", 7));
   const ByteString description("what it does");
   EXPECT_TRUE(
       install_service(svc_name, ByteString("C:\\x y.exe"), &display, &dependencies, &description));
-  EXPECT_EQ(story(), (Lines{kOpenManager,
-                            "CreateServiceA(manager#1, \"svc\", \"Shown\", 0xF01FF, 0x10, 2, 1, "
-                            "\"C:\\x y.exe\", null, null, \"Tcpip\\0\\0\", null, null) = service#1",
-                            kCloseService, "OpenServiceA(manager#1, \"svc\", 0x2) = service#2",
-                            "ChangeServiceConfig2A(service#2, 1, \"what it does\")",
-                            "CloseServiceHandle(service#2)", kCloseManager}));
+  EXPECT_EQ(story(),
+            "M CreateServiceA(manager#1, \"svc\", \"Shown\", 0xF01FF, 0x10, 2, 1, \"C:\\x y.exe\", "
+            "null, null, \"Tcpip\\0\\0\", null, null) s OpenServiceA(manager#1, \"svc\", 0x2) "
+            "ChangeServiceConfig2A(service#2, 1, \"what it does\") s2 m");
 }
 
 TEST_F(ServiceOperations, InstallWithoutExtrasMakesNoDescriptionCall) {
   const ByteString empty;
   EXPECT_TRUE(install_service(empty, empty, nullptr, nullptr, &empty));
   EXPECT_EQ(story(),
-            (Lines{kOpenManager,
-                   "CreateServiceA(manager#1, \"\", null, 0xF01FF, 0x10, 2, 1, \"\", null, "
-                   "null, null, null, null) = service#1",
-                   kCloseService, kCloseManager}));
+            "M CreateServiceA(manager#1, \"\", null, 0xF01FF, 0x10, 2, 1, \"\", null, null, null, "
+            "null, null) s m");
 }
 
 TEST_F(ServiceOperations, InstallCutsTheDescription) {
@@ -88,8 +101,7 @@ TEST_F(ServiceOperations, InstallCutsTheDescription) {
     ByteString description;
     resize(description, length, 'd');
     EXPECT_TRUE(install_service(svc_name, svc_name, nullptr, nullptr, &description));
-    EXPECT_EQ(story()[4],
-              "ChangeServiceConfig2A(service#2, 1, \"" + std::string(1023, 'd') + "\")");
+    EXPECT_TRUE(story().ends_with("(service#2, 1, \"" + std::string(1023, 'd') + "\") s2 m"));
   }
 }
 
@@ -98,113 +110,75 @@ TEST_F(ServiceOperations, InstallReportsTheStepThatFails) {
   const std::string create =
       "CreateServiceA(manager#1, \"svc\", null, 0xF01FF, 0x10, 2, 1, \"x\", null, null, null, "
       "null, "
-      "null) = ";
-  const std::string config_failed = "Config the service 'svc' description failed!\n";
+      "null)";
+  const std::string reopen = " s OpenServiceA(manager#1, \"svc\", 0x2)";
+  const std::string config_failed = " <Config the service 'svc' description failed!\n>";
   const struct {
     const char* fails;
     bool installed;
-    Lines story;
+    std::string story;
   } rows[] = {
-      {"OpenSCManagerA",
-       false,
-       {"OpenSCManagerA(null, null, 0xF003F) = null", "Open the service manager failed!\n"}},
-      {"CreateServiceA",
-       false,
-       {kOpenManager, create + "null", kCloseManager, "Open the service 'svc' failed!\n"}},
-      {"OpenServiceA",
-       true,
-       {kOpenManager, create + "service#1", kCloseService,
-        "OpenServiceA(manager#1, \"svc\", 0x2) = null",
-        "ChangeServiceConfig2A(null, 1, \"x\") = FALSE", config_failed, kCloseManager}},
-      {"ChangeServiceConfig2A",
-       true,
-       {kOpenManager, create + "service#1", kCloseService,
-        "OpenServiceA(manager#1, \"svc\", 0x2) = service#2",
-        "ChangeServiceConfig2A(service#2, 1, \"x\") = FALSE", config_failed,
-        "CloseServiceHandle(service#2)", kCloseManager}},
+      {"OpenSCManagerA", false, "M = null <Open the service manager failed!\n>"},
+      {"CreateServiceA", false, "M " + create + " = null m <Open the service 'svc' failed!\n>"},
+      {"OpenServiceA", true,
+       "M " + create + reopen + " = null ChangeServiceConfig2A(null, 1, \"x\") = FALSE" +
+           config_failed + " m"},
+      {"ChangeServiceConfig2A", true,
+       "M " + create + reopen + " ChangeServiceConfig2A(service#2, 1, \"x\") = FALSE" +
+           config_failed + " s2 m"},
   };
   for (const auto& row : rows) {
-    restart();
-    scripted_services().failures = {{row.fails, 0}};
+    restart({{}}, {row.fails, 0});
     EXPECT_EQ(install_service(svc_name, text, nullptr, nullptr, &text), row.installed) << row.fails;
     EXPECT_EQ(story(), row.story);
   }
 }
 
 TEST_F(ServiceOperations, StopFollowsTheSettledState) {
-  const std::string sleep = "Sleep(1000)";
-  const Lines close = {kCloseService, kCloseManager};
-  const Lines stopped = {kQuery, kQuery, sleep};
-  const Lines sent = {kQuery, kQuery, sleep, kStop, kQuery, sleep};
-  const Lines refused = {kQuery, kQuery, sleep, kStop + " = FALSE"};
-  const std::string failed = kQuery + " = FALSE";
+  constexpr ScriptedStatus kStopped{SERVICE_STOPPED};
+  constexpr ScriptedStatus kRunning{SERVICE_RUNNING};
+  constexpr ScriptedStatus kPaused{SERVICE_PAUSED};
+  constexpr ScriptedStatus kPending{SERVICE_STOP_PENDING};
+  constexpr ScriptedStatus kSlow{SERVICE_STOP_PENDING, 0, 30000};
+  const std::string settle = "M S query query sleep(1000)";
+  const std::string sent = settle + " stop query sleep(1000)";
+  const std::string successful = " <The service 'svc' stop successful!\n> s m";
+  const std::string failed = " <The service 'svc' stop failed!\n> s m";
+  const std::string no_query = " = FALSE s m <Query the service 'svc' failed!\n>";
   const struct {
     std::vector<ScriptedStatus> statuses;
     std::pair<std::string, int> failure;
     bool result;
-    Lines steps;  // behind the opening of manager and service, without the closing
-    const char* message;
+    std::string story;
   } rows[] = {
-      {{{}}, {}, true, stopped, "The service 'svc' is stoped!\n"},
-      {{{SERVICE_RUNNING}, {SERVICE_RUNNING}, {SERVICE_STOPPED}},
+      {{kStopped}, {}, true, settle + " <The service 'svc' is stoped!\n> s m"},
+      {{kRunning, kRunning, kStopped}, {}, true, sent + successful},
+      {{kPaused, kPaused, kPending, kStopped}, {}, true, sent + successful},
+      {{kRunning, kRunning, kPending, kRunning}, {}, true, sent + failed},
+      {{kPaused}, {}, true, sent + failed},
+      // The record that the control refreshed sets the second wait's interval.
+      {{kRunning, kRunning, kSlow, kStopped},
        {},
        true,
-       sent,
-       "The service 'svc' stop successful!\n"},
-      {{{SERVICE_PAUSED}, {SERVICE_PAUSED}, {SERVICE_STOP_PENDING}, {SERVICE_STOPPED}},
-       {},
-       true,
-       sent,
-       "The service 'svc' stop successful!\n"},
-      {{{SERVICE_RUNNING}, {SERVICE_RUNNING}, {SERVICE_STOP_PENDING}, {SERVICE_RUNNING}},
-       {},
-       true,
-       sent,
-       "The service 'svc' stop failed!\n"},
-      {{{SERVICE_PAUSED}}, {}, true, sent, "The service 'svc' stop failed!\n"},
-      {{{SERVICE_RUNNING}}, {"ControlService", 0}, false, refused, "The service 'svc' stop failed"},
-      {{{SERVICE_PAUSED}},
+       settle + " stop query sleep(3000)" + successful},
+      {{kRunning},
        {"ControlService", 0},
        false,
-       refused,
-       "The service 'svc' stop failed!\n"},
-      {{{}}, {"QueryServiceStatusEx", 1}, false, {failed}, "Query the service 'svc' failed!\n"},
-      {{{}},
-       {"QueryServiceStatusEx", 2},
+       settle + " stop = FALSE s m <The service 'svc' stop failed>"},
+      {{kPaused},
+       {"ControlService", 0},
        false,
-       {kQuery, failed},
-       "Query the service 'svc' failed!\n"},
-      {{{SERVICE_RUNNING}},
-       {"QueryServiceStatusEx", 3},
-       false,
-       {kQuery, kQuery, sleep, kStop, failed},
-       "Query the service 'svc' failed!\n"},
-      {{{SERVICE_START_PENDING}},
-       {"QueryServiceStatusEx", 3},
-       false,
-       {kQuery, kQuery, sleep, sleep, failed},
-       "Query the service 'svc' failed!\n"},
+       settle + " stop = FALSE s m <The service 'svc' stop failed!\n>"},
+      {{kStopped}, {"QueryServiceStatusEx", 1}, false, "M S query" + no_query},
+      {{kStopped}, {"QueryServiceStatusEx", 2}, false, "M S query query" + no_query},
+      {{kRunning}, {"QueryServiceStatusEx", 3}, false, settle + " stop query" + no_query},
+      {{kPending}, {"QueryServiceStatusEx", 3}, false, settle + " sleep(1000) query" + no_query},
   };
   for (const auto& row : rows) {
-    restart();
-    scripted_services().statuses = row.statuses;
-    if (!row.failure.first.empty()) scripted_services().failures = {row.failure};
-    EXPECT_EQ(stop_service(svc_name), row.result) << row.message;
-    Lines expected = {kOpenManager, kOpenService};
-    expected.insert(expected.end(), row.steps.begin(), row.steps.end());
-    if (row.result) expected.emplace_back(row.message);
-    expected.insert(expected.end(), close.begin(), close.end());
-    if (!row.result) expected.emplace_back(row.message);
-    EXPECT_EQ(story(), expected);
+    restart(row.statuses, row.failure.first.empty() ? std::pair("none", 0) : row.failure);
+    EXPECT_EQ(stop_service(svc_name), row.result) << row.story;
+    EXPECT_EQ(story(), row.story);
   }
-}
-
-// The wait hint of the record after the control sets the second wait's interval.
-TEST_F(ServiceOperations, StopWaitsByTheHintOfTheControl) {
-  scripted_services().statuses = {
-      {SERVICE_RUNNING}, {SERVICE_RUNNING}, {SERVICE_STOP_PENDING, 0, 30000}, {SERVICE_STOPPED}};
-  EXPECT_TRUE(stop_service(svc_name));
-  EXPECT_EQ(story()[7], "Sleep(3000)");
 }
 
 TEST_F(ServiceOperations, WaitPollsByTheFirstHintAndTimesOutByTheLatest) {
@@ -244,9 +218,8 @@ TEST_F(ServiceOperations, WaitPollsByTheFirstHintAndTimesOutByTheLatest) {
       {{}, {{kPending}, {kPending, 0, 2500}}, false, 1000, 3, 0xFFFFFF00},
   };
   for (const auto& row : rows) {
-    restart();
+    restart(row.statuses);
     scripted_clock().tick_count = row.start_tick;
-    scripted_services().statuses = row.statuses;
     ServiceHandle manager(OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS));
     ServiceHandle service(OpenServiceA(manager.get(), "svc", SERVICE_ALL_ACCESS));
     SERVICE_STATUS_PROCESS status{};
@@ -256,50 +229,29 @@ TEST_F(ServiceOperations, WaitPollsByTheFirstHintAndTimesOutByTheLatest) {
     EXPECT_EQ(status.dwCurrentState, row.statuses.back().state);
     EXPECT_EQ(static_cast<bool>(service), row.settled);
     EXPECT_EQ(static_cast<bool>(manager), row.settled);
-    const std::string sleep = "Sleep(" + std::to_string(row.interval) + ")";
-    Lines expected = {kOpenManager, kOpenService, kQuery, sleep};
-    for (int query = 1; query < row.queries; ++query) {
-      expected.insert(expected.end(), {sleep, kQuery});
-    }
-    if (!row.settled) {
-      expected.insert(expected.end(), {kCloseService, kCloseManager,
-                                       "Timeout waiting for the service 'svc' to stop!\n"});
-    }
+    const std::string sleep = " sleep(" + std::to_string(row.interval) + ")";
+    std::string expected = "M S query" + sleep;
+    for (int query = 1; query < row.queries; ++query) expected += sleep + " query";
+    if (!row.settled) expected += " s m <Timeout waiting for the service 'svc' to stop!\n>";
     EXPECT_EQ(story(), expected);
   }
 }
 
 TEST_F(ServiceOperations, DeleteWaitsAndReportsTheStepThatFails) {
-  const std::string wait = "Sleep(1000)";
   const struct {
     const char* fails;
-    bool deleted;
-    Lines story;
+    const char* story;
   } rows[] = {
-      {"none",
-       true,
-       {kOpenManager, kOpenService, kQuery, wait, "DeleteService(service#1)", kCloseService,
-        kCloseManager}},
+      {"none", "M S query sleep(1000) delete s m"},
       {"DeleteService",
-       false,
-       {kOpenManager, kOpenService, kQuery, wait, "DeleteService(service#1) = FALSE", kCloseService,
-        kCloseManager, "Delete the service 'svc' failed!\n"}},
-      {"QueryServiceStatusEx",
-       false,
-       {kOpenManager, kOpenService, kQuery + " = FALSE", kCloseService, kCloseManager,
-        "Query the service 'svc' failed!\n"}},
-      {"OpenServiceA",
-       false,
-       {kOpenManager, "OpenServiceA(manager#1, \"svc\", 0xF01FF) = null", kCloseManager,
-        "Open the service 'svc' failed!\n"}},
-      {"OpenSCManagerA",
-       false,
-       {"OpenSCManagerA(null, null, 0xF003F) = null", "Open the service manager failed!\n"}},
+       "M S query sleep(1000) delete = FALSE s m <Delete the service 'svc' failed!\n>"},
+      {"QueryServiceStatusEx", "M S query = FALSE s m <Query the service 'svc' failed!\n>"},
+      {"OpenServiceA", "M S = null m <Open the service 'svc' failed!\n>"},
+      {"OpenSCManagerA", "M = null <Open the service manager failed!\n>"},
   };
   for (const auto& row : rows) {
-    restart();
-    scripted_services().failures = {{row.fails, 0}};
-    EXPECT_EQ(delete_service(svc_name), row.deleted) << row.fails;
+    restart({{}}, {row.fails, 0});
+    EXPECT_EQ(delete_service(svc_name), std::string(row.fails) == "none") << row.fails;
     EXPECT_EQ(story(), row.story);
   }
 }
