@@ -1,0 +1,10 @@
+# The zip for people who only use the tool: `cpack` in the build folder. The times of its files are
+# SOURCE_DATE_EPOCH where that is set, and their order does not depend on the disk.
+install(FILES CHANGELOG.md docs/windows.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+
+set(CPACK_GENERATOR External)
+set(CPACK_EXTERNAL_ENABLE_STAGING ON)
+set(CPACK_EXTERNAL_PACKAGE_SCRIPT "${CMAKE_CURRENT_LIST_DIR}/sorted_zip.cmake")
+set(CPACK_PACKAGE_FILE_NAME "svcinst-${PROJECT_VERSION}-windows-x64")
+include(CPack)
