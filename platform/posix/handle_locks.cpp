@@ -38,11 +38,10 @@ bool HandleLocks::hold(std::int64_t service) {
   return true;
 }
 
-bool HandleLocks::release(std::int64_t service) {
-  if (--holders_[service] > 0) return false;
+void HandleLocks::release(std::int64_t service) {
+  if (--holders_[service] > 0) return;
   holders_.erase(service);
   set_lock(file_, service, F_UNLCK);
-  return true;
 }
 
 bool HandleLocks::is_held(std::int64_t service) const {

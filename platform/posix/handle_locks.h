@@ -21,8 +21,8 @@ class HandleLocks {
 
   /// Adds a holder of `service` in this process. False when the service is being removed.
   bool hold(std::int64_t service);
-  /// Takes a holder away. True when it was the last one of this process.
-  bool release(std::int64_t service);
+  /// Takes a holder away.
+  void release(std::int64_t service);
   /// True when some process, this one included, holds `service`.
   [[nodiscard]] bool is_held(std::int64_t service) const;
   /// Keeps others from holding `service` until drop_claims. False when somebody holds it.

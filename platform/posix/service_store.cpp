@@ -164,7 +164,7 @@ std::int64_t ServiceStore::find(const char* name) {
 // The hold goes before the mark is read: of several who do this at once, the last one removes the
 // row.
 void ServiceStore::release(std::int64_t service) {
-  if (!locks_.release(service)) return;
+  locks_.release(service);
   Statement known = prepare(database_, "SELECT delete_pending FROM services WHERE id = ?1");
   bind(known, 1, service);
   const bool marked = has_row(known) && number(known, 0) != 0;

@@ -197,6 +197,8 @@ TEST_F(Services, StatusAndStop) {
     EXPECT_EQ(record, can_stop
                           ? (std::array<DWORD, 10>{0x10, SERVICE_STOPPED, 0, 0, 0, 0, 0, 8, 9, 99})
                           : (std::array<DWORD, 10>{0x10, state, 11, 12, 13, 14, 15, 8, 9, 99}));
+    EXPECT_EQ(sql("SELECT process_id, service_flags FROM services"),
+              can_stop ? "0|0\n" : "16|17\n");
   }
   sql("UPDATE services SET current_state = 4, wait_hint = 4294967296");
   EXPECT_FALSE(QueryServiceStatusEx(service, SC_STATUS_PROCESS_INFO, bytes, 36, &needed));

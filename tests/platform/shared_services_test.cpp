@@ -19,35 +19,33 @@ bool as_user(const std::function<bool()>& task) {
 }
 
 TEST_F(SharedServices, OtherProcessesKeepAMarkedServiceUntilTheyEnd) {
-  ASSERT_TRUE(install("svc"));
   int ready[2];
   int go[2];
   ASSERT_EQ(pipe(ready) + pipe(go), 0);
   char byte = 0;
-  const pid_t holder = start([&] {
+  for (const bool creates : {false, true}) {  // in the place of a marked service that nobody holds
+    ASSERT_TRUE(install("svc"));
+    if (creates) sql("UPDATE services SET delete_pending = 1");
+    const pid_t holder = start([&] {
+      SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
+      SC_HANDLE held = creates ? create(manager, "SVC") : OpenServiceA(manager, "SVC", DELETE);
+      return write(ready[1], "r", 1) == 1 && read(go[0], &byte, 1) == 1 && held != nullptr;
+    });
+    ASSERT_EQ(read(ready[0], &byte, 1), 1);
     SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
-    const bool opened = OpenServiceA(manager, "svc", SERVICE_ALL_ACCESS) != nullptr;
-    return write(ready[1], "r", 1) == 1 && read(go[0], &byte, 1) == 1 && opened;
-  });
-  ASSERT_EQ(read(ready[0], &byte, 1), 1);
-  SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
-  SC_HANDLE service = OpenServiceA(manager, "svc", SERVICE_ALL_ACCESS);
-  EXPECT_TRUE(DeleteService(service));
-  EXPECT_TRUE(CloseServiceHandle(service));
-  service = OpenServiceA(manager, "svc", SERVICE_ALL_ACCESS);
-  EXPECT_NE(service, nullptr);
-  CloseServiceHandle(service);
-  EXPECT_FALSE(install("svc"));
-  EXPECT_EQ(sql("SELECT name, delete_pending FROM services"), "svc|1\n");
-  EXPECT_EQ(write(go[1], "g", 1), 1);
-  EXPECT_TRUE(succeeded(holder));  // it closed nothing
-  EXPECT_EQ(OpenServiceA(manager, "svc", SERVICE_ALL_ACCESS), nullptr);
-  EXPECT_EQ(sql("SELECT count(*) FROM services"), "0\n");
-  EXPECT_TRUE(install("svc"));
-  sql("UPDATE services SET delete_pending = 1");
-  EXPECT_TRUE(install("other", "SVC"));  // a marked service that nobody holds makes room
-  EXPECT_EQ(sql("SELECT name FROM services"), "other\n");
-  CloseServiceHandle(manager);
+    SC_HANDLE service = OpenServiceA(manager, "svc", SERVICE_ALL_ACCESS);
+    EXPECT_TRUE(DeleteService(service));
+    EXPECT_TRUE(CloseServiceHandle(service));
+    service = OpenServiceA(manager, "svc", SERVICE_ALL_ACCESS);
+    EXPECT_TRUE(CloseServiceHandle(service));
+    EXPECT_FALSE(install("svc"));
+    EXPECT_EQ(sql("SELECT delete_pending FROM services"), "1\n");
+    EXPECT_EQ(write(go[1], "g", 1), 1);
+    EXPECT_TRUE(succeeded(holder));  // it closed nothing
+    EXPECT_EQ(OpenServiceA(manager, "svc", SERVICE_ALL_ACCESS), nullptr);
+    EXPECT_EQ(sql("SELECT count(*) FROM services"), "0\n");
+    EXPECT_TRUE(CloseServiceHandle(manager));
+  }
   for (const int file : {ready[0], ready[1], go[0], go[1]}) close(file);
 }
 
