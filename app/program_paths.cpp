@@ -60,17 +60,20 @@ std::optional<ProgramDirectory> program_directory(TextView program_path) {
     log_not_convertible(program_path, code_page);
     return std::nullopt;
   }
-  return ProgramDirectory{code_page, std::wstring(parent_directory(*path))};
+  return ProgramDirectory{code_page, program_path, std::wstring(parent_directory(*path))};
 }
 
 std::optional<ByteString> resolve_binary_path(const ProgramDirectory& directory,
                                               TextView binary_path) {
   const std::optional<std::wstring> path = to_wide(directory.code_page, binary_path);
-  if (path && is_absolute_path(*path)) return ByteString(binary_path);
-  std::optional<ByteString> resolved;
-  if (path) resolved = to_narrow(directory.code_page, directory.path);
-  if (!resolved) {
+  if (!path) {
     log_not_convertible(binary_path, directory.code_page);
+    return std::nullopt;
+  }
+  if (is_absolute_path(*path)) return ByteString(binary_path);
+  std::optional<ByteString> resolved = to_narrow(directory.code_page, directory.path);
+  if (!resolved) {
+    log_not_convertible(directory.program_path, directory.code_page);
     return std::nullopt;
   }
   append(*resolved, "\\");

@@ -11,11 +11,12 @@ namespace svcinst {
 
 struct ProgramDirectory {
   unsigned int code_page;  // the code page for file names
+  TextView program_path;   // the name by which the program was started
   std::wstring path;       // empty when the program was started by its bare name
 };
 
-/// The directory of `program_path`, the name by which the program was started. Nothing, after a log
-/// line that says why, when the path is not valid in the code page. Throws std::bad_alloc.
+/// The directory of `program_path`, which must outlive the result. Nothing, after a log line that
+/// says why, when the path is not valid in the code page. Throws std::bad_alloc.
 std::optional<ProgramDirectory> program_directory(TextView program_path);
 
 /// `binary_path` as it is when it is absolute, otherwise behind `directory` and a `\`. Nothing,

@@ -17,16 +17,13 @@ bool has_drive(std::wstring_view path) {
          ((path[0] >= L'A' && path[0] <= L'Z') || (path[0] >= L'a' && path[0] <= L'z'));
 }
 
-// `\\?\`, `\\.\` or `\??\`.
 bool has_device_prefix(std::wstring_view path) {
-  if (path.size() < 4 || !is_separator(path[0]) || !is_separator(path[3])) return false;
-  if (is_separator(path[1])) return path[2] == L'?' || path[2] == L'.';
-  return path[1] == L'?' && path[2] == L'?';
+  return path.starts_with(L"\\\\?\\") || path.starts_with(L"\\\\.\\") ||
+         path.starts_with(L"\\??\\");
 }
 
 bool has_server(std::wstring_view path) {
-  return path.size() >= 3 && is_separator(path[0]) && is_separator(path[1]) &&
-         !is_separator(path[2]);
+  return path.size() >= 3 && path.starts_with(L"\\\\") && !is_separator(path[2]);
 }
 
 // How many characters of `path` name its drive, device or server.

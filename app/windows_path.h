@@ -1,5 +1,5 @@
 // The rules for Windows paths, which hold on every platform: a service's binary path is one. Both
-// `\` and `/` separate.
+// `\` and `/` separate; the names of servers and devices begin with `\` only.
 #pragma once
 
 #include <string_view>

@@ -1,6 +1,6 @@
-// How deep the reader and the matcher may go. Both recurse once for each alternation inside another
-// (a group, an option, a repetition, a rule reached through its name) and for each "!", and count
-// it here, so that no grammar text and no input can exhaust the stack.
+// How deep the reader and the matcher may go. Both recurse for each alternation inside another (a
+// group, an option, a repetition, a rule reached through its name), the reader also for each "!",
+// and count it here, so that no grammar text and no input can exhaust the stack.
 #pragma once
 
 #include <cstdint>

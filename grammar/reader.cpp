@@ -41,6 +41,7 @@ NodePtr read_list(NodeType type, Cursor cursor, Read read_item, const ByteString
     if (!pass(cursor, separator)) break;
     item = read_at(cursor, read_item, error);
   }
+  if (error.nesting.exceeded) return nullptr;
   return make_parent(type, begin, cursor.position, std::move(items));
 }
 
@@ -69,6 +70,7 @@ bool read_repeat_body(Cursor& cursor, GrammarNodeList& children, const ByteStrin
 }  // namespace
 
 NodePtr read_grammar(const char* text, std::uint64_t length, ReadError& error) {
+  error.nesting = {};
   Cursor cursor(text, length);
   GrammarNodeList rules;
   skip_blank(cursor, error);

@@ -182,15 +182,18 @@ TEST_F(Program, InstallFailsWithTheCreation) {
 }
 
 TEST_F(Program, UninstallStopsThenDeletes) {
-  for (const std::vector<const char*>& arguments :
-       {std::vector<const char*>{"--uninstall", "--name", "x", "-n", "s v"},
-        std::vector<const char*>{"-u", "--name=\"s\"", "-ns v"}}) {
+  const struct {
+    std::vector<const char*> arguments;
+    const char* output;
+  } rows[] = {
+      {{"--uninstall", "--name", "x", "-n", "s v"}, "The service 's v' is stoped!\n"},
+      {{"-u", "--name=\"s\"", "-ns v"}, "The service 's' is stoped!\n"},
+  };
+  for (const auto& row : rows) {
     reset_scripted_services();
-    const Outcome result = run(arguments);
-    const bool quoted = arguments[0][1] == '-';
+    const Outcome result = run(row.arguments);
     EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.output,
-              quoted ? "The service 's v' is stoped!\n" : "The service 's' is stoped!\n");
+    EXPECT_EQ(result.output, row.output);
     EXPECT_EQ(result.calls.size(), 14U);
     EXPECT_EQ(result.calls.at(11), "DeleteService(service#2)");
   }
