@@ -21,9 +21,13 @@ constexpr char kTable[] =
     " wait_hint INTEGER NOT NULL, process_id INTEGER NOT NULL, service_flags INTEGER NOT NULL,"
     " delete_pending INTEGER NOT NULL)";
 
-// 1 is SERVICE_STOPPED, 1077 ERROR_SERVICE_NEVER_STARTED.
+// Every column is named: where damage has changed one, nothing is made. 1 is SERVICE_STOPPED, 1077
+// ERROR_SERVICE_NEVER_STARTED.
 constexpr char kInsert[] =
-    "INSERT INTO services VALUES"
+    "INSERT INTO services(id, name, display_name, service_type, start_type, error_control,"
+    " binary_path, dependencies, account, description, current_state, controls_accepted,"
+    " win32_exit_code, service_specific_exit_code, checkpoint, wait_hint, process_id,"
+    " service_flags, delete_pending) VALUES"
     "(NULL, ?1, ?2, ?3, ?4, ?5, ?6, ?7, ifnull(?8, 'LocalSystem'), NULL,"
     " 1, 0, 1077, 0, 0, 0, 0, 0, 0)";
 
