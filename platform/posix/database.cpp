@@ -14,7 +14,8 @@ Connection open_database(const std::string& path) {
   const int result =
       sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
   Connection database(opened);
-  // EXTRA: with FULL, a loss of power can bring a deleted journal back, which undoes the last change.
+  // EXTRA: with FULL, a loss of power can bring a deleted journal back, which undoes the last
+  // change.
   if (result != SQLITE_OK || sqlite3_busy_timeout(opened, kLockTimeout) != SQLITE_OK ||
       !run(database, "PRAGMA synchronous=EXTRA"))
     return nullptr;
