@@ -1,4 +1,5 @@
-// A lock that nothing sets up or takes down, so that it works before and after all other static data.
+// A lock that nothing sets up or takes down, so that it works before and after all other static
+// data.
 #pragma once
 
 #include <pthread.h>
