@@ -1,3 +1,8 @@
+# A release is optimised as a whole. For Windows the same is done in SvcinstWindows.cmake.
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)
+endif()
+
 # What every target of this project is compiled with.
 add_library(svcinst_options INTERFACE)
 target_include_directories(svcinst_options INTERFACE "${PROJECT_SOURCE_DIR}")
