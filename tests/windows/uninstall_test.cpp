@@ -22,7 +22,7 @@ struct Case {
 
 // Waits until the tool has asked for the stop, so that it is up and running.
 void load_plugin_when_stopping(const std::string& name, HANDLE tool) {
-  while (state(name) == SERVICE_RUNNING) Sleep(50);
+  for (int i = 0; i < 600 && state(name) == SERVICE_RUNNING; ++i) Sleep(50);
   load_into(tool, path_of("SVCINST_PLUGIN"));
 }
 
