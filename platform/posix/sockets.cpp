@@ -27,6 +27,22 @@ int connect(SOCKET s, const sockaddr* name, int name_length) {
   return connect(s, name, static_cast<socklen_t>(name_length));
 }
 
+namespace {
+
+// The system calls a socket whose connection failed writable as well; Windows does not.
+void move_failed(int socket_count, fd_set* writers, fd_set* exceptions) {
+  for (SOCKET s = 0; s < socket_count; ++s) {
+    if (!FD_ISSET(s, writers)) continue;
+    int error = 0;
+    socklen_t length = sizeof error;
+    if (getsockopt(s, SOL_SOCKET, SO_ERROR, &error, &length) != 0 || error == 0) continue;
+    FD_CLR(s, writers);
+    FD_SET(s, exceptions);
+  }
+}
+
+}  // namespace
+
 int select(int socket_count, fd_set* readers, fd_set* writers, fd_set* exceptions,
            const TIMEVAL* timeout) {
   timeval left{timeout->tv_sec, timeout->tv_usec};
@@ -35,6 +51,8 @@ int select(int socket_count, fd_set* readers, fd_set* writers, fd_set* exception
   do {
     ready = select(socket_count, readers, writers, exceptions, &left);
   } while (ready < 0 && errno == EINTR);
+  if (ready > 0 && writers != nullptr && exceptions != nullptr)
+    move_failed(socket_count, writers, exceptions);
   return ready;
 }
 

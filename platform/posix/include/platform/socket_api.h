@@ -52,7 +52,7 @@ int ioctlsocket(SOCKET s, long command, u_long* value);
 int connect(SOCKET s, const sockaddr* name, int name_length);
 
 /// Waits as the system's `select` does, and for the whole of `timeout` when signals arrive
-/// meanwhile.
+/// meanwhile. A socket whose connection failed is in `exceptions`, where given, not in `writers`.
 int select(int socket_count, fd_set* readers, fd_set* writers, fd_set* exceptions,
            const TIMEVAL* timeout);
 
