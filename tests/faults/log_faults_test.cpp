@@ -20,7 +20,7 @@ namespace {
 
 constexpr int kThreads = 8;
 constexpr int kRecords = 300;
-const std::string kTag = "|\033[36;40minfo\033[0m] ";
+const std::string info_tag = "|\033[36;40minfo\033[0m] ";
 
 class LogFaults : public testing::Test {
  protected:
@@ -40,7 +40,7 @@ void log_records(char letter) {
   const std::string text(100, letter);
   for (int i = 0; i < kRecords; ++i) {
     // "[", the number, the tag, the text, a line feed
-    EXPECT_EQ(log_info("%s\n", text.c_str()), static_cast<int>(1 + 4 + kTag.size() + 100 + 1));
+    EXPECT_EQ(log_info("%s\n", text.c_str()), static_cast<int>(1 + 4 + info_tag.size() + 100 + 1));
   }
 }
 
@@ -52,6 +52,7 @@ TEST_F(LogFaults, EachRecordIsWholeInOneSinkWhileSinksChange) {
   {
     const CapturedStdout console;
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int i = 0; i < kThreads; ++i)
       threads.emplace_back(log_records, static_cast<char>('a' + i));
     for (int i = 0; i < 200; ++i) {
@@ -68,12 +69,12 @@ TEST_F(LogFaults, EachRecordIsWholeInOneSinkWhileSinksChange) {
   std::set<int> numbers;
   std::istringstream lines(all);
   for (std::string line; std::getline(lines, line);) {
-    ASSERT_EQ(line.size(), 1 + 4 + kTag.size() + 100) << line;
-    EXPECT_EQ(line.substr(5, kTag.size()), kTag);
-    EXPECT_EQ(line.substr(5 + kTag.size()), std::string(100, line.back()));
+    ASSERT_EQ(line.size(), 1 + 4 + info_tag.size() + 100) << line;
+    EXPECT_EQ(line.substr(5, info_tag.size()), info_tag);
+    EXPECT_EQ(line.substr(5 + info_tag.size()), std::string(100, line.back()));
     EXPECT_TRUE(numbers.insert(std::stoi(line.substr(1, 4))).second) << line;
   }
-  EXPECT_EQ(numbers.size(), std::size_t{kThreads * kRecords});
+  EXPECT_EQ(numbers.size(), std::size_t{kThreads} * kRecords);
   EXPECT_EQ(*numbers.rbegin(), kThreads * kRecords - 1);
 }
 

@@ -31,12 +31,12 @@ int uninstall_svc() {
 }
 
 // What a database holds, as services() shows it.
-const std::string kEmpty = "ok\n";
-const std::string kOther = "ok\nother||C:\\x.exe|||16|2|1|0\n";
-const std::string kSvc = "svc|Display|C:\\x.exe|54637069700000|";
-const std::string kWhole = kSvc + "text|16|2|1|0\n";
-const std::string kUndescribed = kSvc + "|16|2|1|0\n";
-const std::string kMarked = kSvc + "text|16|2|1|1\n";
+const std::string empty_database = "ok\n";
+const std::string only_other = "ok\nother||C:\\x.exe|||16|2|1|0\n";
+const std::string svc_start = "svc|Display|C:\\x.exe|54637069700000|";
+const std::string svc_row = svc_start + "text|16|2|1|0\n";
+const std::string undescribed_row = svc_start + "|16|2|1|0\n";
+const std::string marked_row = svc_start + "text|16|2|1|1\n";
 
 class ServiceFaults : public ServiceFixture {
  protected:
@@ -62,7 +62,7 @@ class ServiceFaults : public ServiceFixture {
             " quote(service_type), quote(start_type), quote(current_state), quote(delete_pending)"
             " FROM services ORDER BY id");
     const bool none = found == "no such table: services" || found == "unable to open database file";
-    return none ? kEmpty : found;
+    return none ? empty_database : found;
   }
 
   // Makes `database`, one of the file's earlier states, the state; empty for no file.
@@ -89,17 +89,19 @@ class ServiceFaults : public ServiceFixture {
     EXPECT_TRUE(result != kFailed || file_bytes(log).ends_with(" failed!\n")) << file_bytes(log);
     reset_scripted_clock();
     const bool there = uninstall_svc() == 0;
-    EXPECT_EQ(there, now.ends_with(kWhole) || now.ends_with(kUndescribed)) << now;
+    EXPECT_EQ(there, now.ends_with(svc_row) || now.ends_with(undescribed_row)) << now;
     EXPECT_EQ(install_svc(), 0);
-    EXPECT_TRUE(services().ends_with(kWhole));
+    EXPECT_TRUE(services().ends_with(svc_row));
   }
 
   // The first run in its life of a machine, and the removal of one service of two.
   std::vector<Step> steps() {
     EXPECT_TRUE(install("other"));
     EXPECT_EQ(install_svc(), 0);
-    return {{install_svc, "", kEmpty, kEmpty + kWhole, kEmpty + kUndescribed},
-            {uninstall_svc, file_bytes(path), kOther + kWhole, kOther, kOther + kMarked}};
+    return {{install_svc, "", empty_database, empty_database + svc_row,
+             empty_database + undescribed_row},
+            {uninstall_svc, file_bytes(path), only_other + svc_row, only_other,
+             only_other + marked_row}};
   }
 
   std::string log = directory.path("log");
@@ -169,7 +171,7 @@ TEST_F(ServiceFaults, TwoAtOnce) {
     EXPECT_GT(counts[0], 0);
     made += counts[0] - counts[1];
   }
-  EXPECT_EQ(services(), made == 1 ? kOther + kWhole : kOther) << made;
+  EXPECT_EQ(services(), made == 1 ? only_other + svc_row : only_other) << made;
   EXPECT_TRUE(made == 0 || made == 1) << made;
   for (const int end : ends) close(end);
 }
@@ -185,7 +187,7 @@ TEST_F(ServiceFaults, InAFolderThatMayOnlyBeRead) {
     EXPECT_TRUE(file_bytes(log).ends_with("Open the service manager failed!\n"));
   }
   chmod(directory.path("state").c_str(), 0755);
-  EXPECT_EQ(services(), kEmpty + kWhole);
+  EXPECT_EQ(services(), empty_database + svc_row);
 }
 
 TEST_F(ServiceFaults, InADatabaseWithAnyByteDamaged) {
@@ -202,7 +204,8 @@ TEST_F(ServiceFaults, InADatabaseWithAnyByteDamaged) {
     const int result = install_svc();
     EXPECT_TRUE((removed == 0 || removed == kFailed) && (result == 0 || result == kFailed)) << at;
     const std::string now = services();
-    EXPECT_TRUE(result != 0 || (now.starts_with(kEmpty) && now.ends_with(kWhole))) << at << now;
+    EXPECT_TRUE(result != 0 || (now.starts_with(empty_database) && now.ends_with(svc_row)))
+        << at << now;
     refusals += result == 0 ? 0 : 1;
   }
   EXPECT_GT(refusals, 100);
