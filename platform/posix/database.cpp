@@ -1,11 +1,21 @@
 #include "platform/posix/database.h"
 
+#include <cstring>
+
 namespace svcinst {
 namespace {
 
 // Enough for hundreds of installers in a row on a slow disk; a lock that is never given up ends
 // too.
 constexpr int kLockTimeout = 60'000;  // milliseconds
+
+// Damage that SQLite would not notice on its way would be written on.
+bool is_whole(const Connection& database) {
+  const Statement check = prepare(database, "PRAGMA quick_check(1)");
+  if (sqlite3_step(check.get()) != SQLITE_ROW) return false;
+  const auto* const verdict = sqlite3_column_text(check.get(), 0);
+  return verdict != nullptr && std::strcmp(reinterpret_cast<const char*>(verdict), "ok") == 0;
+}
 
 }  // namespace
 
@@ -17,7 +27,7 @@ Connection open_database(const std::string& path) {
   // EXTRA: with FULL, a loss of power can bring a deleted journal back, which undoes the last
   // change.
   if (result != SQLITE_OK || sqlite3_busy_timeout(opened, kLockTimeout) != SQLITE_OK ||
-      !run(database, "PRAGMA synchronous=EXTRA"))
+      !run(database, "PRAGMA synchronous=EXTRA") || !is_whole(database))
     return nullptr;
   return database;
 }

@@ -77,13 +77,6 @@ std::int64_t number(const Statement& statement, int column) {
   return sqlite3_column_int64(statement.get(), column);
 }
 
-// Damage that none of our statements meets would be carried along unseen.
-bool is_whole(const Connection& database) {
-  const Statement check = prepare(database, "PRAGMA quick_check(1)");
-  return has_row(check) &&
-         std::strcmp(reinterpret_cast<const char*>(sqlite3_column_text(check.get(), 0)), "ok") == 0;
-}
-
 // Runs a change of one row, `service`, with `text` as second value. False when no row was changed.
 bool change_row(const Connection& database, const char* sql, std::int64_t service,
                 const char* text = nullptr) {
@@ -100,7 +93,7 @@ std::unique_ptr<ServiceStore> ServiceStore::open() {
   if (path.empty()) return nullptr;
   const bool folder_is_writable = prepare_folder(path);
   Connection database = open_database(path);
-  if (database == nullptr || !is_whole(database)) return nullptr;
+  if (database == nullptr) return nullptr;
   return std::unique_ptr<ServiceStore>(
       new ServiceStore(path, std::move(database), folder_is_writable));
 }
