@@ -67,10 +67,10 @@ TextView write_double(DoubleBuffer& buffer, double value) {
     const int length = std::snprintf(buffer.data(), buffer.size(), "%f", value);
     return {buffer.data(), static_cast<std::size_t>(length)};
   }
-  const std::uint64_t stored = bits & ((std::uint64_t{1} << kMantissaBits) - 1);
-  const bool subnormal = field == 0;
-  const std::uint64_t mantissa = subnormal ? stored : stored | std::uint64_t{1} << kMantissaBits;
-  const Decimal number = to_decimal(mantissa, (subnormal ? 1 : field) - kExponentBias);
+  // The bit that is not stored; subnormals lack it, but with it too they round to zero.
+  constexpr std::uint64_t kHiddenBit = std::uint64_t{1} << kMantissaBits;
+  const std::uint64_t mantissa = kHiddenBit | (bits & (kHiddenBit - 1));
+  const Decimal number = to_decimal(mantissa, field - kExponentBias);
   char* const end = buffer.data() + buffer.size();
   char* const point = write_fraction(end, number.millionths);
   write_decimal(point, number.units);

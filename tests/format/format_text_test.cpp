@@ -111,6 +111,7 @@ TEST(Directive, PrecisionHas32BitsAnd255MeansAnArgument) {
                {printed("%.*d", 2, 7), "7.00"},
                {printed("%.*d", 0, 7), "7"},
                {printed("%.*d", 255, 7), "7." + zeros.substr(0, 255)},
+               {printed("%.*d", 258, 7), "7." + zeros.substr(0, 258)},
                {printed("%.255d", 2, 7), "7.00"},
                {printed("%.4294967551d", 2, 7), "7.00"},
                {printed("%.4294967298d", 7), "7.00"},
