@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 namespace svcinst {
 namespace {
@@ -14,6 +15,10 @@ std::uint64_t capacity_for(std::uint64_t count) {
   std::uint64_t capacity = 0;
   while (capacity < count) capacity = kGrowthFactor * (capacity + 1);
   return capacity;
+}
+
+MatchNode*& last_slot(NodeVector& vector) {
+  return vector.items[vector.count - 1];
 }
 
 }  // namespace
@@ -39,13 +44,27 @@ void MatchNodeDeleter::operator()(MatchNode* node) const noexcept {
   delete node;
 }
 
-// Results are nested as deep as a match may go, and no deeper.
+// The slot of a child that is entered keeps the parent's own parent, so that the way back up needs
+// no stack.
 void clear(MatchNode& node) noexcept {
-  if (node.children != nullptr) {
-    for (std::uint64_t i = node.children->count; i > 0; --i) clear(*node.children->items[i - 1]);
-    ::operator delete(node.children);
+  MatchNode* parent = nullptr;
+  for (MatchNode* current = &node;;) {
+    NodeVector* const vector = current->children;
+    while (vector != nullptr && vector->count > 0 && last_slot(*vector)->children == nullptr) {
+      --vector->count;
+    }
+    if (vector != nullptr && vector->count > 0) {
+      MatchNode* const child = std::exchange(last_slot(*vector), parent);
+      parent = std::exchange(current, child);
+      continue;
+    }
+    ::operator delete(vector);
+    current->children = nullptr;
+    if (parent == nullptr) break;
+    current = parent;
+    parent = last_slot(*current->children);
+    --current->children->count;
   }
-  node.children = nullptr;
   node.start = nullptr;
   node.length = 0;
 }
