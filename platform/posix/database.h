@@ -17,7 +17,8 @@ using Statement = std::unique_ptr<sqlite3_stmt, SqliteDeleter>;
 
 /// Opens the database at `path`, for reading only when the user can't write it; makes the file when
 /// there is none. Waits a minute for other users' locks; what it commits survives a loss of power.
-/// None when that fails or the file holds no database.
+/// None when that fails, or the file is no database or a damaged one: all of it is read to find
+/// out.
 Connection open_database(const std::string& path);
 
 /// Compiles `sql`. None when it doesn't fit the database.
