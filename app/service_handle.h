@@ -20,7 +20,7 @@ class ServiceHandle {
 
   /// Closes the handle, if there is one, and takes over `handle`.
   void reset(SC_HANDLE handle = nullptr) {
-    const SC_HANDLE old = std::exchange(handle_, handle);
+    SC_HANDLE old = std::exchange(handle_, handle);
     if (old != nullptr) CloseServiceHandle(old);
   }
 

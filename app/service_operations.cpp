@@ -14,7 +14,7 @@ constexpr DWORD kShortestInterval = 1000;       // milliseconds
 constexpr DWORD kLongestInterval = 10000;       // milliseconds
 
 SC_HANDLE open_manager() {
-  const SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
+  SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
   if (manager == nullptr) log_info("Open the service manager failed!\n");
   return manager;
 }
