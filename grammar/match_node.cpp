@@ -28,6 +28,7 @@ MatchNode*& last_slot(NodeVector& vector) {
 void adopt(MatchNode& node, std::span<const MatchNode> children) {
   if (children.empty()) return;
   const std::uint64_t capacity = capacity_for(children.size());
+  // NOLINTNEXTLINE(bugprone-sizeof-expression): a slot is a pointer.
   const std::uint64_t slots_size = capacity * sizeof(MatchNode*);
   void* const block = ::operator new(sizeof(NodeVector) + slots_size + children.size_bytes());
   auto* const vector = new (block) NodeVector{nullptr, children.size(), capacity};

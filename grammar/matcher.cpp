@@ -203,6 +203,7 @@ const char* match_unknown(Matcher& /*matcher*/, const GrammarNode& node, const c
   return nullptr;
 }
 
+// NOLINTNEXTLINE(readability-identifier-naming): it reads as the functions that it holds.
 constexpr std::array<MatchHandler*, kNodeTypeCount> match_handlers = [] {
   std::array<MatchHandler*, kNodeTypeCount> handlers{};
   handlers.fill(match_unknown);
