@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <latch>
 #include <cstddef>
 #include <filesystem>
 #include <iterator>
@@ -196,13 +197,15 @@ TEST_F(NetworkTest, OutlivesASinkThatFails) {
 }
 
 TEST_F(LogTest, KeepsRecordsWholeWhenThreadsWriteThem) {
-  constexpr std::size_t kRecords = 200;
+  constexpr std::size_t kRecords = 1000;
   set_time(false);
   set_count(true);
   const std::string bytes = written_by([] {
+    std::latch start(8);
     std::vector<std::thread> threads;
     for (const char letter : {'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h'}) {
-      threads.emplace_back([text = std::string(100, letter)] {
+      threads.emplace_back([&start, text = std::string(100, letter)] {
+        start.arrive_and_wait();
         for (std::size_t i = 0; i < kRecords; ++i) {
           set_flush(i % 2 == 0);
           log_info("%s", text.c_str());
