@@ -5,10 +5,10 @@
 
 #include <algorithm>
 #include <chrono>
-#include <latch>
 #include <cstddef>
 #include <filesystem>
 #include <iterator>
+#include <latch>
 #include <thread>
 #include <vector>
 
