@@ -18,7 +18,7 @@ std::string match_text(const std::string& grammar_text, const std::string& input
   furthest_failure = nullptr;
   const std::uint64_t remaining = input.size();
   const MatchNodePtr result = match(grammar.start_rule, input.c_str(), remaining, *grammar.rules);
-  const std::string shown = tree_text(result.get());
+  std::string shown = tree_text(result.get());
   if (furthest_failure == nullptr) return shown;
   return shown + "@" + std::to_string(furthest_failure - input.c_str());
 }

@@ -29,7 +29,7 @@ const char* short_name(NodeType type) {
 
 std::string tree_text(const GrammarNode* node) {
   if (node == nullptr) return "none";
-  const std::string text(node->begin, node->end);
+  std::string text(node->begin, node->end);
   if (node->type >= static_cast<NodeType>(kFirstRuleReference)) {
     return "#" + std::to_string(value_of(node->type) - kFirstRuleReference);
   }
