@@ -42,6 +42,7 @@ TEST(ByteString, CopiesIntoItsBlockMovesWithoutCopyingAndJoins) {
   EXPECT_EQ(block(target), "n0");
   target = std::move(moved);
   EXPECT_EQ(target.data, old_block);
+  EXPECT_EQ(moved.length + moved.capacity, 0U);  // NOLINT(bugprone-use-after-move)
   append(target, "");
   append(target, view('c' + nul));
   EXPECT_EQ(view(ByteString("d") + target + "e"), TextView("d\0bc\0be", 7));
