@@ -44,6 +44,14 @@ Argument argument_of(const std::string& text) {
   return std::stoi(text);
 }
 
+template <class T>
+T passed(T value) {
+  return value;
+}
+const char* passed(const std::string& value) {
+  return value.c_str();
+}
+
 std::string formatted(const std::string& format, const std::string& cell) {
   const std::regex one("`(.*?)`");
   std::vector<Argument> arguments;
@@ -51,12 +59,6 @@ std::string formatted(const std::string& format, const std::string& cell) {
     arguments.push_back(argument_of((*at)[1]));
   arguments.resize(2);  // more than the format asks for do no harm
   std::string text(1000, '\0');
-  const auto passed = [](const auto& value) {
-    if constexpr (requires { value.c_str(); })
-      return value.c_str();
-    else
-      return value;
-  };
   const auto call = [&](const auto& a, const auto& b) {
     return format_into(text.data(), format.c_str(), passed(a), passed(b));
   };

@@ -161,7 +161,7 @@ void check_matches(TextView cases) {
     const std::size_t colon = text.find(": ");
     if (colon != 0) definition = "s=" + text.substr(0, colon) + ";";
     const std::string input = text.substr(colon + 2);
-    const std::string shown = tree_text(match_whole(Grammar(definition), input).get());
+    std::string shown = tree_text(match_whole(Grammar(definition), input).get());
     if (furthest_failure == nullptr) return shown;
     return shown + "@" + std::to_string(furthest_failure - input.c_str());
   });
