@@ -2,10 +2,8 @@
 #pragma once
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
-#include <memory>
+#include <vector>
 
 #include "common/text_view.h"
 
@@ -18,17 +16,15 @@ inline void require(bool holds) {
 /// A copy with a NUL behind it in a block of exactly that size: reading past the NUL is seen.
 class ExactText {
  public:
-  explicit ExactText(TextView text)
-      : length_(text.size()), bytes_(std::make_unique<char[]>(length_ + 1)) {
-    text.copy(bytes_.get(), length_);
+  explicit ExactText(TextView text) : bytes_(text.size() + 1) {
+    text.copy(bytes_.data(), text.size());
   }
-  [[nodiscard]] const char* begin() const { return bytes_.get(); }
-  [[nodiscard]] const char* end() const { return bytes_.get() + length_; }
-  [[nodiscard]] TextView view() const { return {bytes_.get(), length_}; }
+  [[nodiscard]] const char* begin() const { return bytes_.data(); }
+  [[nodiscard]] const char* end() const { return &bytes_.back(); }
+  [[nodiscard]] TextView view() const { return {begin(), end()}; }
 
  private:
-  std::size_t length_;
-  std::unique_ptr<char[]> bytes_;
+  std::vector<char> bytes_;
 };
 
 /// What stands before `separator`, which goes too; all of `input` when there is none.

@@ -1,5 +1,7 @@
-// Trees written as one line of text, for comparing.
+// Trees written as one line of text, and tables of a text and what becomes of it.
 #pragma once
+
+#include <gtest/gtest.h>
 
 #include <string>
 
@@ -8,11 +10,38 @@
 
 namespace svcinst {
 
-/// Leaves are shown as their text, identifiers in round brackets' place as :name, references as #n,
-/// and composites as name(children) with the names cut to what is in `short_name`.
-std::string tree_text(const GrammarNode* node);
+/// `cases` holds "text -> what `outcome` makes of it" any number of times, parted by " $ ".
+template <class Outcome>
+void check_cases(TextView cases, Outcome outcome) {
+  for (std::size_t at = 0, end = 0; end < cases.size(); at = end + 3) {
+    end = std::min(cases.find(" $ ", at), cases.size());
+    const std::string row(cases.substr(at, end - at));
+    const std::size_t arrow = row.rfind(" -> ");
+    ASSERT_NE(arrow, std::string::npos) << row;
+    EXPECT_EQ(outcome(row.substr(0, arrow)), row.substr(arrow + 4)) << row;
+  }
+}
 
-/// Leaves as their text in quotes, others as TYPE(children); an empty match as TYPE().
-std::string tree_text(const MatchNode* node);
+/// Leaves as their text, references as #n, others as TYPE(children).
+inline std::string tree_text(const GrammarNode* node) {
+  if (node == nullptr) return "none";
+  const std::uint16_t type = value_of(node->type);
+  if (type >= kFirstRuleReference) return "#" + std::to_string(type - kFirstRuleReference);
+  if (node->children.head == nullptr) return {node->begin, node->end};
+  std::string children;
+  for (const auto* entry = node->children.head; entry != nullptr; entry = entry->next)
+    children += (children.empty() ? "" : " ") + tree_text(entry->value.get());
+  return std::to_string(type) + "(" + children + ")";
+}
+
+/// Terminals as their text in quotes, others as TYPE(children); an empty match as TYPE().
+inline std::string tree_text(const MatchNode* node) {
+  if (node == nullptr) return "none";
+  if (node->type == kTerminalType) return "'" + std::string(node->start, node->length) + "'";
+  std::string children;
+  for (std::uint64_t i = 0; node->children != nullptr && i < node->children->count; ++i)
+    children += (i > 0 ? " " : "") + tree_text(node->children->items[i]);
+  return std::to_string(node->type) + "(" + children + ")";
+}
 
 }  // namespace svcinst
