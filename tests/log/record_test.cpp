@@ -129,6 +129,7 @@ TEST_F(LogTest, FormatsUpToTheMostBytesOfAMessage) {
     const char* format;
     std::string message;
   } rows[] = {{1024, "%s", std::string(1024, 'x')},  // the prefix comes on top
+              {1, "%s", "x"},
               {5, "ab%s", "abxxx"},
               {0, "%s", "xxxxx"},  // changes nothing
               {3000, "%s", text},
