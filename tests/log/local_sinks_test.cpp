@@ -33,12 +33,17 @@ TEST_F(LogTest, MovesToAnotherConsoleAndToNone) {
   set_log2cmd(0x500000007);
   EXPECT_EQ(log_settings.std_handle, 0x500000007U);
   log_it("a");
+  for (const std::string name : {"", "no/such/folder/file"}) {
+    open_file("log");
+    set_log2file(name.c_str(), static_cast<int>(name.size()));
+    log_it("x");  // there is no file now
+  }
   set_log2cmd(UINT64_MAX);
   EXPECT_EQ(log_settings.std_handle, UINT64_MAX);
   EXPECT_EQ(log_it("b"), 1);
   EXPECT_EQ(log_info("b"), 44);
   EXPECT_EQ(written_by([] { log_it("c"); }), "c");
-  EXPECT_EQ(console.bytes(), "a");
+  EXPECT_EQ(console.bytes(), "axx");
   EXPECT_EQ(call_log(), (std::vector<std::string>{"FreeConsole()", "AttachConsole(7)"}));
 }
 
@@ -64,17 +69,6 @@ TEST_F(LogTest, TakesAFileNameOfUpTo255Bytes) {
   for (const int length : {256, -1, INT32_MAX, INT32_MIN}) set_log2file(name.c_str(), length);
   EXPECT_EQ(log_settings.file_name, name.substr(0, 255));
   EXPECT_EQ(log_settings.log_file, file);
-}
-
-TEST_F(LogTest, GoesOnToTheConsoleWithoutAFile) {
-  const CapturedStdout console;
-  for (const std::string name : {"", "no/such/folder/file"}) {
-    open_file("log");
-    set_log2file(name.c_str(), static_cast<int>(name.size()));
-    EXPECT_EQ(log_settings.log_file, nullptr);
-    EXPECT_EQ(log_it("x"), 1);
-  }
-  EXPECT_EQ(console.bytes(), "xx");
 }
 
 }  // namespace
