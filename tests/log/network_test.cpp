@@ -153,8 +153,9 @@ TEST_F(NetworkTest, ReportsOptionsThatCannotBeSet) {
   rlimit files{};
   getrlimit(RLIMIT_NOFILE, &files);
   const rlimit none{0, files.rlim_max};
-  setrlimit(RLIMIT_NOFILE, &none);  // so that there is no socket
-  for (const auto set : {set_log2tcp, set_log2udp}) set("127.0.0.1", tcp.port);
+  const std::uint16_t port = tcp.port;  // the check for undefined behaviour looks with a file
+  setrlimit(RLIMIT_NOFILE, &none);      // so that there is no socket
+  for (const auto set : {set_log2tcp, set_log2udp}) set("127.0.0.1", port);
   setrlimit(RLIMIT_NOFILE, &files);
   EXPECT_EQ(log_settings.tcp_socket + log_settings.udp_socket, -2);
   std::string reports;
