@@ -7,36 +7,26 @@
 namespace svcinst {
 namespace {
 
-TEST(JoinArguments, QuotesArgumentsWithSpacesAndNothingElse) {
+TEST(Arguments, JoinQuotesArgumentsWithSpacesAndNothingElse) {
   const struct {
     std::vector<const char*> argv;
     const char* line;
-  } rows[] = {
-      {{}, ""},
-      {{"program"}, ""},
-      {{"pro gram", "--install", "--binpath", "C:\\Program Files\\x.exe"},
-       " --install --binpath \"C:\\Program Files\\x.exe\""},
-      {{"p", "", "-n", ""}, "  -n "},
-      {{"p", "a\tb", "c\"d", "\"e f\"", " "}, " a\tb c\"d \"\"e f\"\" \" \""},
-  };
-  for (const auto& row : rows) {
-    const ByteString line = join_arguments(static_cast<int>(row.argv.size()), row.argv.data());
-    EXPECT_EQ(view(line), row.line);
-  }
+  } rows[] = {{{}, ""},
+              {{"pro gram"}, ""},
+              {{"p", "-b", R"(C:\P F\x.exe)"}, R"( -b "C:\P F\x.exe")"},
+              {{"p", "", "-n", ""}, "  -n "},
+              {{"p", "a\tb", "c\"d", "\"e f\"", " "}, " a\tb c\"d \"\"e f\"\" \" \""}};
+  for (const auto& [argv, line] : rows)
+    EXPECT_EQ(view(join_arguments(static_cast<int>(argv.size()), argv.data())), line);
 }
 
-TEST(StripQuotes, DropsDoubleQuotesWhereTheyStandAtBothEnds) {
-  const struct {
-    const char* value;
-    const char* stripped;
-  } rows[] = {{"\"a b\"", "a b"}, {"\"\"a\"\"\"", "a"}, {"\"a", "\"a"},
-              {"a\"", "a\""},     {"'a b'", "'a b'"},   {"\"a\"b\"", "a\"b"},
-              {"\"\"", ""},       {"\"", ""},           {"", ""},
-              {"a", "a"}};
-  for (const auto& row : rows) {
-    const TextView stripped = strip_quotes(row.value);
-    EXPECT_EQ(stripped, row.stripped);
-    EXPECT_FALSE(is_absent(stripped)) << row.value;
+TEST(Arguments, StripDropsDoubleQuotesWhereTheyStandAtBothEnds) {
+  const char* rows[][2] = {{R"("a b")", "a b"}, {R"(""a""")", "a"}, {R"("a)", R"("a)"},
+                           {R"(a")", R"(a")"},  {"'a b'", "'a b'"}, {R"("a"b")", R"(a"b)"},
+                           {R"("")", ""},       {R"(")", ""},       {"", ""}};
+  for (const auto& [value, stripped] : rows) {
+    EXPECT_EQ(strip_quotes(value), stripped);
+    EXPECT_FALSE(is_absent(strip_quotes(value))) << value;
   }
   EXPECT_TRUE(is_absent(strip_quotes(TextView())));
 }

@@ -11,208 +11,102 @@
 namespace svcinst {
 namespace {
 
-constexpr const char* kPrefix = "[2024-05-06 07:08:09.010|\033[36;40minfo\033[0m] ";
+void replace_first(std::string& text, const std::string& old, const std::string& by = "") {
+  if (const auto at = text.find(old); at != std::string::npos) text.replace(at, old.size(), by);
+}
 
-struct Outcome {
-  int exit_code;
-  std::string output;  // without the prefixes of records; the help text is cut to "HELP"
-  std::vector<std::string> calls;
-};
+// What a call tells the manager; empty for a call that each command makes. Of a creation only what
+// the command line decides: name, display name, path and dependencies.
+std::string essence(std::string call) {
+  if (!call.starts_with("Create") && !call.starts_with("Change") && !call.starts_with("Delete"))
+    return "";
+  for (const char* same : {"CreateServiceA(manager#1, ", ", 0xF01FF, 0x10, 2, 1",
+                           ", null, null) = service#1", ", null, null"})
+    replace_first(call, same);
+  return call + " ";
+}
 
-Outcome run(std::vector<const char*> arguments, const char* program = "D:\\tools\\inst.exe") {
-  arguments.insert(arguments.begin(), program);
-  call_log().clear();
+// "exit code, output, essence of the calls, their number" of a run with arguments that `|` parts;
+// without the prefixes of records, the help text as HELP, `$` for a line feed.
+std::string outcome(const std::string& command_line, const std::string& failing) {
+  reset_scripted_services();
+  scripted_services().failures = {{failing, 0}};
+  if (failing == "ControlService") scripted_services().statuses = {{SERVICE_RUNNING}};
+  std::string bytes = command_line;
+  std::vector<const char*> argv = {bytes.c_str()};
+  for (char& c : bytes) {
+    if (c != '|') continue;
+    c = '\0';
+    argv.push_back(&c + 1);
+  }
   const CapturedStdout captured;
-  const int exit_code = run_program(static_cast<int>(arguments.size()), arguments.data());
-  std::string output = captured.bytes();
-  for (std::size_t at = 0; (at = output.find(kPrefix)) != std::string::npos;) {
-    output.erase(at, std::string(kPrefix).size());
-  }
-  const std::size_t help = output.find("install/uninstall a executable");
-  if (help != std::string::npos) output.replace(help, output.size(), "HELP");
-  return {exit_code, output, call_log()};
+  const int exit_code = run_program(static_cast<int>(argv.size()), argv.data());
+  std::string text = std::to_string(exit_code) + " " + captured.bytes();
+  for (int records = 0; records < 2; ++records)
+    replace_first(text, "[2024-05-06 07:08:09.010|\033[36;40minfo\033[0m] ");
+  const std::size_t help = text.find("install/uninstall a executable");
+  if (help != std::string::npos) text.replace(help, text.size(), "HELP ");
+  while (text.find('\n') != std::string::npos) replace_first(text, "\n", "$");
+  for (const std::string& call : call_log()) text += essence(call);
+  EXPECT_EQ(open_handles(), 0U);
+  return text + std::to_string(call_log().size());
 }
 
-class Program : public ::testing::Test {
- protected:
-  void SetUp() override { reset_scripted_services(); }
-  void TearDown() override { EXPECT_EQ(open_handles(), 0U); }
-};
-
-TEST_F(Program, ShowsHelpWhenNoCommandCanRun) {
+TEST(Program, DoesWhatTheCommandLineSays) {
+  const std::string no_text = " is not valid text in the code page for file names (65001)!$0";
   const struct {
-    std::vector<const char*> arguments;
-    const char* output;
+    std::string arguments;  // behind the program's name, unless that is here too
+    std::string outcome;
+    const char* fails = "";
   } rows[] = {
-      {{}, "HELP"},
-      {{"--install"}, "HELP"},
-      {{"-i", "--name", "a", "--binpath", "b"}, "HELP"},
-      {{"-i", "--name", "a", "-d", "b"}, "HELP"},
-      {{"-i", "-b", "a", "--disname", "b"}, "HELP"},
-      {{"--uninstall"}, "HELP"},
-      {{"--name", "a"}, "HELP"},
-      {{"install"}, "error at position: 1\nHELP"},
-      {{"--install", "-", "x"}, "HELP"},  // text behind what matches is ignored
-      {{"--"}, "error at position: 3\nHELP"},
+      {"", "-1 HELP 0"},
+      {"|--install", "-1 HELP 0"},
+      {"|-i|--name|a|--binpath|b", "-1 HELP 0"},
+      {"|-i|--name|a|-d|b", "-1 HELP 0"},
+      {"|-i|-b|a|--disname|b", "-1 HELP 0"},
+      {"|--uninstall", "-1 HELP 0"},
+      {"|--name|a", "-1 HELP 0"},
+      {"|install", "-1 error at position: 1$HELP 0"},
+      {"|--install|-|x", "-1 HELP 0"},  // text behind what matches is ignored
+      {"|--", "-1 error at position: 3$HELP 0"},
+      // Every spelling of the options.
+      {R"(|--install|--name|a|--binpath|C:\x|--disname|A b)", R"(0 "a", "A b", "C:\x", null 4)"},
+      {R"(|-i|-n|a|-b|C:\P F\x|-d|D|--dep|Tcpip|-t|x)", R"(0 "a", "D", "C:\P F\x", "Tcpip\0\0" 4)"},
+      {"|--i|--name=a|-bC:/x.exe|-d=D|-t", R"(0 "a", "D", "C:/x.exe", null 4)"},
+      {R"(|-u|-i|--name|a|-n|b|-b|C:\|-d|x)", R"(0 "b", "x", "C:\", null 4)"},
+      {R"(|-i|--name|a|--name|b|-b|C:\|-d|x)", R"(0 "a", "x", "C:\", null 4)"},
+      {R"(|-i|-n|'a b'|-b|C:\|-d|"q")", R"(0 "'a b'", "q", "C:\", null 4)"},
+      {"|-i|-n|-b|-d", R"(0 "", null, "D:\tools\", null 4)"},
+      {R"(|-i|-n||x|-b|s|-d|""|--dep|"")", R"(0 "", "", "D:\tools\s", "\0" 4)"},
+      {R"(|-i|-n|a|-b|\|-d|x|--desc|"")", R"(0 "a", "x", "D:\tools\\", null 4)"},
+      {R"(|-i|-n|a|-b|C:\|-d|x|--desc|says it)",
+       R"(0 "a", "x", "C:\", null ChangeServiceConfig2A(service#2, 1, "says it") 7)"},
+      // Relative paths, and bytes that are no text.
+      {"|-i|-n|a|-b|C:s|-d|x", R"(0 "a", "x", "D:\tools\C:s", null 4)"},
+      {"inst.exe|-i|-n|a|-b|s|-d|x", R"(0 "a", "x", "\s", null 4)"},
+      {R"(D:\inst.exe|-i|-n|a|-b|s|-d|x)", R"(0 "a", "x", "D:\\s", null 4)"},
+      {"\u00e9/i|-i|-n|a|-b|\u00f6|-d|x", "0 \"a\", \"x\", \"\u00e9\\\u00f6\", null 4"},
+      {"|-i|-n|a|-b|C:\\\xff|-d|x", "-1 The path 'C:\\\xff'" + no_text},
+      {"\xff/i|-i|-n|a|-b|C:\\x|-d|x", "-1 The path '\xff/i'" + no_text},
+      {"\xff/i|-u|-n|a", "-1 The path '\xff/i'" + no_text},
+      {"\xff/i", "-1 The path '\xff/i'" + no_text},
+      // Uninstalling, and what fails.
+      {"|--uninstall|--name|x|-n|s v",
+       "0 The service 's v' is stoped!$DeleteService(service#2) 14"},
+      {R"(|-u|--name="s"|-ns v)", "0 The service 's' is stoped!$DeleteService(service#2) 14"},
+      {"|-i|-n|a|-b|C:\\|-d|x",
+       R"(-1 Open the service 'a' failed!$"a", "x", "C:\", null, null, null) = null 3)",
+       "CreateServiceA"},
+      {"|-u|-n|a", "0 The service 'a' stop failedDeleteService(service#2) 15", "ControlService"},
+      {"|-u|-n|a", "-1 Open the service 'a' failed!$Open the service 'a' failed!$6",
+       "OpenServiceA"},
   };
   for (const auto& row : rows) {
-    const Outcome result = run(row.arguments);
-    EXPECT_EQ(result.output, row.output);
-    EXPECT_EQ(result.exit_code, -1);
-    EXPECT_EQ(result.calls, std::vector<std::string>());
+    const bool named = !row.arguments.empty() && row.arguments[0] != '|';
+    EXPECT_EQ(outcome((named ? "" : R"(D:\tools\inst.exe)") + row.arguments, row.fails),
+              row.outcome)
+        << row.arguments;
   }
-}
-
-// What the manager is told: everything between the access rights' neighbours that varies.
-std::string created(const Outcome& result) {
-  return result.calls.size() > 1 ? result.calls[1] : "nothing";
-}
-
-std::string create_call(const std::string& name, const std::string& display,
-                        const std::string& path, const std::string& dependencies) {
-  return "CreateServiceA(manager#1, " + name + ", " + display + ", 0xF01FF, 0x10, 2, 1, " + path +
-         ", null, null, " + dependencies + ", null, null) = service#1";
-}
-
-TEST_F(Program, InstallReadsEverySpellingOfTheOptions) {
-  const struct {
-    std::vector<const char*> arguments;
-    const char* name;
-    const char* display;
-    const char* path;
-    const char* dependencies;
-  } rows[] = {
-      {{"--install", "--name", "a", "--binpath", "C:\\x.exe", "--disname", "A b"},
-       "\"a\"",
-       "\"A b\"",
-       "\"C:\\x.exe\"",
-       "null"},
-      {{"-i", "-n", "a", "-b", "C:\\P F\\x.exe", "-d", "D", "--dep", "Tcpip", "--type", "x"},
-       "\"a\"",
-       "\"D\"",
-       "\"C:\\P F\\x.exe\"",
-       "\"Tcpip\\0\\0\""},
-      {{"--i", "--name=a", "-bC:/x.exe", "-d=D", "-t"}, "\"a\"", "\"D\"", "\"C:/x.exe\"", "null"},
-      {{"-u", "-i", "--name", "a", "-n", "b", "-b", "C:\\", "-d", "x"},
-       "\"b\"",
-       "\"x\"",
-       "\"C:\\\"",
-       "null"},
-      {{"-i", "--name", "a", "--name", "b", "-b", "C:\\", "-d", "x"},
-       "\"a\"",
-       "\"x\"",
-       "\"C:\\\"",
-       "null"},
-      {{"-i", "-n", "'a b'", "-b", "C:\\", "-d", "\"q\""},
-       "\"'a b'\"",
-       "\"q\"",
-       "\"C:\\\"",
-       "null"},
-      {{"-i", "-n", "-b", "-d"}, "\"\"", "null", "\"D:\\tools\\\"", "null"},
-      {{"-i", "-n", "", "x", "-b", "svc.exe", "-d", "\"\"", "--dep", "\"\""},
-       "\"\"",
-       "\"\"",
-       "\"D:\\tools\\svc.exe\"",
-       "\"\\0\""},
-      {{"-i", "-n", "a", "-b", "C:svc.exe", "-d", "x"},
-       "\"a\"",
-       "\"x\"",
-       "\"D:\\tools\\C:svc.exe\"",
-       "null"},
-  };
-  for (const auto& row : rows) {
-    reset_scripted_services();
-    const Outcome result = run(row.arguments);
-    EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.output, "");
-    EXPECT_EQ(created(result), create_call(row.name, row.display, row.path, row.dependencies));
-    EXPECT_EQ(result.calls.size(), 4U);
-  }
-}
-
-TEST_F(Program, InstallResolvesRelativePathsAgainstItsOwnDirectory) {
-  const struct {
-    const char* program;
-    const char* binary_path;
-    const char* resolved;
-  } rows[] = {
-      {"inst.exe", "svc.exe", "\"\\svc.exe\""},
-      {"D:\\inst.exe", "svc.exe", "\"D:\\\\svc.exe\""},
-      {"D:\\t\\inst.exe", "\\svc.exe", "\"D:\\t\\\\svc.exe\""},
-      {"\xc3\xa9/inst.exe", "\xc3\xb6.exe", "\"\xc3\xa9\\\xc3\xb6.exe\""},
-  };
-  for (const auto& row : rows) {
-    reset_scripted_services();
-    const Outcome result = run({"-i", "-n", "a", "-b", row.binary_path, "-d", "x"}, row.program);
-    EXPECT_EQ(created(result), create_call("\"a\"", "\"x\"", row.resolved, "null"));
-  }
-}
-
-TEST_F(Program, InstallHandsTheDescriptionOn) {
-  const Outcome result = run({"-i", "-n", "a", "-b", "C:\\", "-d", "x", "--desc", "says hello"});
-  EXPECT_EQ(result.exit_code, 0);
-  EXPECT_EQ(result.calls.at(4), "ChangeServiceConfig2A(service#2, 1, \"says hello\")");
-}
-
-TEST_F(Program, RefusesPathsThatAreNoText) {
-  const std::string reason = " is not valid text in the code page for file names (65001)!\n";
-  const struct {
-    std::vector<const char*> arguments;
-    const char* program;
-    const char* path;
-  } rows[] = {
-      {{"-i", "-n", "a", "-b", "C:\\\xff", "-d", "x"}, "inst.exe", "'C:\\\xff'"},
-      {{"-i", "-n", "a", "-b", "C:\\x", "-d", "x"}, "\xff/inst.exe", "'\xff/inst.exe'"},
-      {{"-u", "-n", "a"}, "\xff/inst.exe", "'\xff/inst.exe'"},
-      {{}, "\xff/inst.exe", "'\xff/inst.exe'"},
-  };
-  for (const auto& row : rows) {
-    const Outcome result = run(row.arguments, row.program);
-    EXPECT_EQ(result.exit_code, -1);
-    EXPECT_EQ(result.output, "The path " + std::string(row.path) + reason);
-    EXPECT_EQ(result.calls, std::vector<std::string>());
-  }
-}
-
-TEST_F(Program, InstallFailsWithTheCreation) {
-  scripted_services().failures = {{"CreateServiceA", 0}};
-  const Outcome result = run({"-i", "-n", "a", "-b", "C:\\x", "-d", "x"});
-  EXPECT_EQ(result.exit_code, -1);
-  EXPECT_EQ(result.output, "Open the service 'a' failed!\n");
-}
-
-TEST_F(Program, UninstallStopsThenDeletes) {
-  const struct {
-    std::vector<const char*> arguments;
-    const char* output;
-  } rows[] = {
-      {{"--uninstall", "--name", "x", "-n", "s v"}, "The service 's v' is stoped!\n"},
-      {{"-u", "--name=\"s\"", "-ns v"}, "The service 's' is stoped!\n"},
-  };
-  for (const auto& row : rows) {
-    reset_scripted_services();
-    const Outcome result = run(row.arguments);
-    EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.output, row.output);
-    EXPECT_EQ(result.calls.size(), 14U);
-    EXPECT_EQ(result.calls.at(11), "DeleteService(service#2)");
-  }
-}
-
-TEST_F(Program, UninstallDeletesAlsoWhatCouldNotBeStopped) {
-  scripted_services().statuses = {{SERVICE_RUNNING}};
-  scripted_services().failures = {{"ControlService", 0}};
-  const Outcome result = run({"-u", "-n", "a"});
-  EXPECT_EQ(result.exit_code, 0);
-  EXPECT_EQ(result.output, "The service 'a' stop failed");
-}
-
-TEST_F(Program, UninstallFailsWithTheDeletion) {
-  const std::string open_failed = "Open the service 'a' failed!\n";
-  scripted_services().failures = {{"OpenServiceA", 0}};
-  const Outcome result = run({"-u", "-n", "a"});
-  EXPECT_EQ(result.exit_code, -1);
-  EXPECT_EQ(result.output, open_failed + open_failed);
 }
 
 }  // namespace

@@ -2,55 +2,32 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace svcinst {
 namespace {
 
+// "path|parent" each.
 TEST(WindowsPath, TellsAbsolutePathsAndTheirParents) {
-  const struct {
-    const wchar_t* path;
-    bool absolute;
-    const wchar_t* parent;
-  } rows[] = {
-      {L"C:\\tools\\inst.exe", true, L"C:\\tools"},
-      {L"z:/tools//inst.exe", true, L"z:/tools"},
-      {L"C:\\inst.exe", true, L"C:\\"},
-      {L"C:\\\\inst.exe", true, L"C:\\\\"},
-      {L"C:\\", true, L"C:\\"},
-      {L"C:inst.exe", false, L"C:"},
-      {L"C:a\\inst.exe", false, L"C:a"},
-      {L"C:", false, L"C:"},
-      {L"1:\\inst.exe", false, L"1:"},
-      {L"[:\\x", false, L"[:"},
-      {L"@:\\x", false, L"@:"},
-      {L"`:\\x", false, L"`:"},
-      {L"{:\\x", false, L"{:"},
-      {L"\u00c4:\\x", false, L"\u00c4:"},
-      {L"inst.exe", false, L""},
-      {L"", false, L""},
-      {L"a/b\\c", false, L"a/b"},
-      {L"a/b\\", false, L"a/b"},
-      {L"\\inst.exe", false, L"\\"},
-      {L"/usr/bin/inst", false, L"/usr/bin"},
-      {L"/", false, L"/"},
-      {L"\\\\server\\share\\x.exe", true, L"\\\\server\\share"},
-      {L"\\\\server\\x.exe", true, L"\\\\server\\"},
-      {L"\\\\s", true, L"\\\\s"},
-      {L"\\\\server/x.exe", true, L"\\\\server/"},
-      {L"//server/share/x", false, L"//server/share"},
-      {L"/?\?/x", false, L"/?\?"},
-      {L"\\\\", false, L"\\\\"},
-      {L"\\\\\\x", false, L"\\\\\\"},
-      {L"\\\\?\\C:\\x.exe", true, L"\\\\?\\C:"},
-      {L"\\\\.\\pipe", true, L"\\\\.\\"},
-      {L"\\??\\C:\\x", true, L"\\??\\C:"},
-      {L"\\??x\\y", false, L"\\??x"},
-      {L"\\?a\\y", false, L"\\?a"},
-      {L"x\\?\\y", false, L"x\\?"},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(is_absolute_path(row.path), row.absolute) << row.path;
-    EXPECT_EQ(parent_directory(row.path), row.parent);
+  const wchar_t* const absolute =
+      LR"(C:\tools\inst.exe|C:\tools z:/tools//inst.exe|z:/tools
+      a:\x|a:\ Z:\inst.exe|Z:\ C:\\inst.exe|C:\\ A:\|A:\ \\server\share\x.exe|\\server\share
+      \\server\x.exe|\\server\ \\s|\\s \\server/x.exe|\\server/ \\?\C:\x.exe|\\?\C: \\.\pipe|\\.\
+      \??\C:\x|\??\C:)";
+  const wchar_t* const relative =
+      LR"(C:inst.exe|C: C:a\inst.exe|C:a C:|C: 1:\inst.exe|1: [:\x|[:
+      @:\x|@: `:\x|`: {:\x|{: inst.exe| | a/b\c|a/b a/b\|a/b \inst.exe|\ /usr/bin/inst|/usr/bin
+      /|/ //server/share/x|//server/share /??/x|/?? \\|\\ \\\x|\\\ \??x\y|\??x \?a\y|\?a
+      x\?\y|x\?)";
+  for (const wchar_t* rows : {absolute, relative}) {
+    std::wistringstream words(rows);
+    for (std::wstring row; words >> row;) {
+      const std::wstring_view path = std::wstring_view(row).substr(0, row.find(L'|'));
+      EXPECT_EQ(is_absolute_path(path), rows == absolute) << row;
+      EXPECT_EQ(parent_directory(path), row.substr(path.size() + 1)) << row;
+    }
   }
+  EXPECT_FALSE(is_absolute_path(L"\u00c4:\\x"));
 }
 
 }  // namespace
