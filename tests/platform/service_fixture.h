@@ -20,36 +20,19 @@ class ServiceFixture : public testing::Test {
   ServiceFixture() { setenv("SVCINST_DATABASE", path.c_str(), 1); }
 
   // The result of `sql`, one line a row, columns with a bar between them.
-  std::string sql(const std::string& text) {
+  std::string sql(const std::string& text) const {
     std::string result;
     sqlite3* database = nullptr;
     sqlite3_open(path.c_str(), &database);
     const auto add_row = [](void* to, int count, char** values, char** /*names*/) {
       for (int i = 0; i < count; ++i)
-        static_cast<std::string*>(to)->append(i > 0 ? "|" : "").append(values[i]);
-      static_cast<std::string*>(to)->append("\n");
+        *static_cast<std::string*>(to) += std::string(values[i]) + (i + 1 < count ? '|' : '\n');
       return 0;
     };
     if (sqlite3_exec(database, text.c_str(), add_row, &result, nullptr) != SQLITE_OK)
       result = sqlite3_errmsg(database);
     sqlite3_close(database);
     return result;
-  }
-
-  static SC_HANDLE create(SC_HANDLE manager, const char* name, const char* display = nullptr,
-                          DWORD access = SERVICE_ALL_ACCESS) {
-    return CreateServiceA(manager, name, display, access, SERVICE_WIN32_OWN_PROCESS,
-                          SERVICE_AUTO_START, SERVICE_ERROR_NORMAL, "C:\\x.exe", nullptr, nullptr,
-                          nullptr, nullptr, nullptr);
-  }
-
-  // Creates a service and closes its handle. False when that fails.
-  static bool install(const char* name, const char* display = nullptr) {
-    SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
-    SC_HANDLE service = create(manager, name, display);
-    const BOOL closed = CloseServiceHandle(service);
-    CloseServiceHandle(manager);
-    return service != nullptr && closed != FALSE;
   }
 
   // A child process that runs `task` and ends with its result, without closing anything.
