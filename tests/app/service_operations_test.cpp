@@ -83,9 +83,10 @@ class ServiceOperations : public ::testing::Test {
         line = "<" + logged.substr(prefix.size(), next - prefix.size()) + ">";
         logged.erase(0, next);
       }
-      for (const auto& [call, name] : short_names)
-        if (const auto at = line.find(call); at != std::string::npos)
-          line.replace(at, call.size(), name);
+      for (const auto& [call, name] : short_names) {
+        const std::size_t at = line.find(call);
+        if (at != std::string::npos) line.replace(at, call.size(), name);
+      }
       all += (all.empty() ? "" : " ") + line;
     }
     EXPECT_EQ(logged, "");

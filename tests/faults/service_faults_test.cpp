@@ -88,7 +88,7 @@ class ServiceFaults : public ServiceFixture {
     return {WIFEXITED(status) ? WEXITSTATUS(status) : kKilled, calls >= n};
   }
 
-  std::string services() const {
+  [[nodiscard]] std::string services() const {
     const std::string found =
         sql("PRAGMA integrity_check; SELECT ifnull(name, ''), ifnull(binary_path, ''),"
             " ifnull(hex(dependencies), ''), ifnull(description, ''), quote(current_state),"

@@ -20,7 +20,7 @@ class ServiceFixture : public testing::Test {
   ServiceFixture() { setenv("SVCINST_DATABASE", path.c_str(), 1); }
 
   // The result of `sql`, one line a row, columns with a bar between them.
-  std::string sql(const std::string& text) const {
+  std::string sql(const std::string& text) const {  // NOLINT(modernize-use-nodiscard)
     std::string result;
     sqlite3* database = nullptr;
     sqlite3_open(path.c_str(), &database);

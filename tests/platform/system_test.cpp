@@ -80,9 +80,10 @@ TEST(CodePage, WindowsConventions) {
               {1252, 0, "abc", 3, wide, 4, 0},      {CP_UTF8, 1, "abc", 3, wide, 4, 0},
               {CP_UTF8, 0, nullptr, 3, wide, 4, 0}, {CP_UTF8, 0, "abc", 3, nullptr, 4, 0},
               {CP_UTF8, 0, "abc", 3, wide, -1, 0}};
-  for (const auto& row : rows)
+  for (const auto& row : rows) {
     EXPECT_EQ(MultiByteToWideChar(row.page, row.flags, row.text, row.length, row.wide, row.size),
               row.result);
+  }
   EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"abc", -1, narrow, 4, nullptr, nullptr), 4);
   EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"abc", 3, narrow, 4, "?", nullptr), 0);
   EXPECT_EQ(WideCharToMultiByte(1252, 0, L"abc", 3, narrow, 4, nullptr, nullptr), 0);
