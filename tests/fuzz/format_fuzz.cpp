@@ -2,6 +2,7 @@
 // made from the rest. Directives are read by the formatter's own reader.
 #include <cstdarg>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <variant>
 #include <vector>
@@ -99,6 +100,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::vector<Value> values;
   std::vector<ExactText> texts;
   if (!make_values(format.begin(), rest, values, texts)) return 0;
-  for (const std::uint8_t with_hex : {0, 1}) check(with_hex, format.begin(), values);
+  for (const bool with_hex : {false, true}) check(with_hex ? 1 : 0, format.begin(), values);
   return 0;
 }
