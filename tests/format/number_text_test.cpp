@@ -37,6 +37,7 @@ TEST(NumberText, Integers) {
                               u64_to_hex(0, true, true),
                               u64_to_hex(0xABC, true, true),
                               u64_to_hex(0xABC, false, true),
+                              u64_to_hex(0x1A2C, true, false),
                               u64_to_hex(0x0123456789ABCDEF, true, false),
                               u64_to_hex(0xFEDCBA9876543210, false, true),
                               u32_to_hex(0xFFFFFFFF),
@@ -50,7 +51,7 @@ TEST(NumberText, Integers) {
   EXPECT_EQ(joined,
             "0 18446744073709551615 4294967295 65535 255 -9223372036854775808 9223372036854775807 "
             "-2147483648 0 -32768 -1 -128 "
-            "0 00 0ABC ABC 0123456789abcdef FEDCBA9876543210 ffffffff 8000 10 "
+            "0 00 0ABC ABC 1a2c 0123456789abcdef FEDCBA9876543210 ffffffff 8000 10 "
             "0000000100100011010001010110011110001001 10101011110011011110111110101111  ");
   for (const char* text : {"G", "g", "/", ":", "@", "`", "1x2", "12 ", "\xB1"})
     EXPECT_EQ(view(hex_to_bin(ByteString(text))), "") << text;
