@@ -123,7 +123,7 @@ TEST_F(LogTest, WritesTheLevelsFromTheLowestOneOn) {
 }
 
 TEST_F(LogTest, FormatsUpToTheMostBytesOfAMessage) {
-  const std::string text(2000, 'x');
+  const std::string text(5000, 'x');
   const struct {
     int max;
     const char* format;
@@ -132,9 +132,9 @@ TEST_F(LogTest, FormatsUpToTheMostBytesOfAMessage) {
               {1, "%s", "x"},
               {5, "ab%s", "abxxx"},
               {0, "%s", "xxxxx"},  // changes nothing
-              {3000, "%s", text},
-              {3000, "ab%5", "ab"},  // malformed: what stands before the fault
-              {2003, "%s%c|", text + std::string("\0|", 2)}};
+              {6000, "%s", text},
+              {6000, "ab%5", "ab"},  // malformed: what stands before the fault
+              {5003, "%s%c|", text + std::string("\0|", 2)}};
   set_time(false);
   set_with_hex(true);
   EXPECT_EQ(written_by([] { log_info("%s", "a\1"), log_it("%s", "a\1"); }),
