@@ -1,5 +1,4 @@
 #include <cerrno>
-#include <chrono>
 #include <ctime>
 
 #include "platform/clock_api.h"
@@ -7,18 +6,12 @@
 namespace {
 
 constexpr long kNanosecondsPerMillisecond = 1'000'000;
-
-timespec now(clockid_t clock) {
-  timespec time{};
-  clock_gettime(clock, &time);
-  return time;
-}
+constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
 
 }  // namespace
 
 DWORD GetTickCount() {
-  const timespec time = now(CLOCK_MONOTONIC);
-  return static_cast<DWORD>(time.tv_sec * 1000 + time.tv_nsec / kNanosecondsPerMillisecond);
+  return static_cast<DWORD>(svcinst::monotonic_nanoseconds() / kNanosecondsPerMillisecond);
 }
 
 void Sleep(DWORD milliseconds) {
@@ -30,7 +23,8 @@ void GetLocalTime(LPSYSTEMTIME time) {
   // localtime() looks at the zone's file each time, which takes far longer than the conversion.
   static const bool zone_is_read = (tzset(), true);
   static_cast<void>(zone_is_read);
-  const timespec moment = now(CLOCK_REALTIME);
+  timespec moment;
+  clock_gettime(CLOCK_REALTIME, &moment);
   tm local{};
   localtime_r(&moment.tv_sec, &local);
   *time = {static_cast<WORD>(local.tm_year + 1900),
@@ -46,8 +40,9 @@ void GetLocalTime(LPSYSTEMTIME time) {
 namespace svcinst {
 
 std::int64_t monotonic_nanoseconds() {
-  const auto since_start = std::chrono::steady_clock::now().time_since_epoch();
-  return std::chrono::duration_cast<std::chrono::nanoseconds>(since_start).count();
+  timespec time;
+  clock_gettime(CLOCK_MONOTONIC, &time);
+  return time.tv_sec * kNanosecondsPerSecond + time.tv_nsec;
 }
 
 }  // namespace svcinst
