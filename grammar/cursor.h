@@ -29,10 +29,10 @@ constexpr bool is_whitespace(char c) {
   return (c >= 9 && c <= 13) || c == 32;
 }
 
-// Most tokens differ in their first byte, which needs no call.
+// The first byte, mostly all that a token has or all that is needed to refuse it, takes no call.
 inline bool starts_with(const Cursor& cursor, const ByteString& token) {
   return cursor.remaining() >= token.length && *cursor.position == *token.data &&
-         std::memcmp(cursor.position, token.data, token.length) == 0;
+         (token.length == 1 || std::memcmp(cursor.position, token.data, token.length) == 0);
 }
 
 /// Moves past `token` when it stands at the cursor; tells whether it did.

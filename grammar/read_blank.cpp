@@ -25,6 +25,8 @@ const char* closed_end(const Cursor& cursor, const ByteString& opener, const Byt
 
 // The end of the comment at the cursor; null when there is none.
 const char* comment_end(const Cursor& cursor, ReadError& error) {
+  // What most calls find: a byte that no comment begins with.
+  if (*cursor.position != '(' && *cursor.position != '/') return nullptr;
   if (opens_comment(cursor, round_comment_open_token)) {
     return closed_end(cursor, round_comment_open_token, round_comment_close_token);
   }
