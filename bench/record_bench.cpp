@@ -57,7 +57,8 @@ void open_their_console() {
   open_peer_console();
 }
 
-// A process that takes datagrams as long as this one lives. Returns its port.
+// A process that takes datagrams as long as this one lives. Returns its port. It never sleeps: to
+// wake it up would be half of a send, and be part of some only.
 std::uint16_t start_receiver() {
   const int receiver = socket(AF_INET, SOCK_DGRAM, 0);
   sockaddr_in address{};
@@ -70,7 +71,7 @@ std::uint16_t start_receiver() {
   if (fork() == 0) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     std::array<char, 2048> datagram;
-    for (;;) recv(receiver, datagram.data(), datagram.size(), 0);
+    for (;;) recv(receiver, datagram.data(), datagram.size(), MSG_DONTWAIT);
   }
   close(receiver);
   return ntohs(address.sin_port);
