@@ -1,111 +1,242 @@
+// Command lines, and the story of what each does: the calls of the Service Control Manager, the
+// waits and the messages between them.
 #include "app/program.h"
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "app/service_operations.h"
+#include "tests/grammar/tree_text.h"
 #include "tests/support/capture.h"
 #include "tests/support/scripted_services.h"
 
 namespace svcinst {
 namespace {
 
-void replace_first(std::string& text, const std::string& old, const std::string& by = "") {
-  if (const auto at = text.find(old); at != std::string::npos) text.replace(at, old.size(), by);
+const std::string record_prefix = "[2024-05-06 07:08:09.010|\033[36;40minfo\033[0m] ";
+
+// How a story shortens the calls, in this order. Which handle a call uses shows in its result: one
+// that is not open makes it fail.
+const std::pair<std::string, std::string> short_forms[] = {
+    {"#1", ""},
+    {"#2", ""},
+    {"OpenSCManagerA(null, null, 0xF003F) = manager", "M"},
+    {"CreateServiceA(manager, ", "C("},
+    {", 0xF01FF, 0x10, 2, 1, ", ", "},
+    {", null, null) = service", ")"},
+    {", null, null, ", ", "},
+    {"OpenServiceA(manager, ", "S("},
+    {", 0xF01FF) = service", ")"},
+    {"S(\"svc\")", "S"},
+    {"ChangeServiceConfig2A(service, 1, ", "describe("},
+    {"QueryServiceStatusEx(service, 0, 36)", "q"},
+    {"ControlService(service, 1)", "stop"},
+    {"DeleteService(service)", "delete"},
+    {"CloseServiceHandle(service)", "s"},
+    {"CloseServiceHandle(manager)", "m"},
+    {"Sleep(1000)", "wait"},
+    {"M S q wait delete s m", "deleted"},
+    {"M S q q wait <The service 'svc' is stoped!\n> s m", "idle"},
+    {"\n", "$"}};
+
+// Statuses as words, a letter for the state (stopped, begins, ends, Running, continues, pauses,
+// Paused), then "checkpoint/wait hint".
+std::vector<ScriptedStatus> statuses(const std::string& notation) {
+  std::vector<ScriptedStatus> all;
+  std::istringstream words(notation);
+  for (std::string word; words >> word;) {
+    const auto state = static_cast<DWORD>(std::string("0sbeRcpP8").find(word[0]));
+    const std::size_t slash = word.find('/');
+    all.push_back(
+        {state, static_cast<DWORD>(std::atoi(word.c_str() + 1)),
+         slash < word.size() ? static_cast<DWORD>(std::stoul(word.substr(slash + 1))) : 0});
+  }
+  return all;
 }
 
-// What a call tells the manager; empty for a call that each command makes. Of a creation only what
-// the command line decides: name, display name, path and dependencies.
-std::string essence(std::string call) {
-  if (!call.starts_with("Create") && !call.starts_with("Change") && !call.starts_with("Delete"))
-    return "";
-  for (const char* same : {"CreateServiceA(manager#1, ", ", 0xF01FF, 0x10, 2, 1",
-                           ", null, null) = service#1", ", null, null"})
-    replace_first(call, same);
-  return call + " ";
-}
-
-// "exit code, output, essence of the calls, their number" of a run with arguments that `|` parts;
-// without the prefixes of records, the help text as HELP, `$` for a line feed.
-std::string outcome(const std::string& command_line, const std::string& failing) {
+// Begins a script; the tick count begins again at 0 soon.
+void restart(const std::string& notation, int failing_call = 0) {
   reset_scripted_services();
-  scripted_services().failures = {{failing, 0}};
-  if (failing == "ControlService") scripted_services().statuses = {{SERVICE_RUNNING}};
-  std::string bytes = command_line;
-  std::vector<const char*> argv = {bytes.c_str()};
-  for (char& c : bytes) {
+  scripted_clock().tick_count = 0xFFFFFF00;
+  scripted_clock().record_local_time = true;
+  scripted_services().statuses = statuses(notation);
+  scripted_services().failing_call = failing_call;
+}
+
+// The result of `run`, what it printed before its first call, then every call, with each message in
+// its place, since a record reads the time once.
+std::string story_of(const std::function<int()>& run) {
+  std::string all;
+  std::string printed;
+  {
+    const CapturedStdout captured;
+    all = std::to_string(run());
+    printed = captured.bytes();
+  }
+  const std::size_t help = printed.find("install/uninstall a executable");
+  if (help < printed.size()) printed.replace(help, printed.size(), "HELP");
+  const std::size_t first_record = std::min(printed.find(record_prefix), printed.size());
+  all += printed.substr(0, first_record);
+  printed.erase(0, first_record);
+  for (const std::string& line : call_log()) {
+    const bool is_record = line == "GetLocalTime()";
+    const std::size_t end = std::min(printed.find(record_prefix, 1), printed.size());
+    all += ' ' + (is_record
+                      ? '<' + printed.substr(record_prefix.size(), end - record_prefix.size()) + '>'
+                      : line);
+    if (is_record) printed.erase(0, end);
+  }
+  for (const auto& [call, name] : short_forms)
+    for (std::size_t at = 0; (at = all.find(call, at)) != std::string::npos; at += name.size())
+      all.replace(at, call.size(), name);
+  EXPECT_EQ(printed, "");
+  EXPECT_EQ(open_handles(), 0U);
+  return all;
+}
+
+// The story of the program run with arguments that `|` parts.
+std::string outcome(std::string arguments) {
+  std::vector<const char*> argv = {arguments.c_str()};
+  for (char& c : arguments) {
     if (c != '|') continue;
     c = '\0';
     argv.push_back(&c + 1);
   }
-  const CapturedStdout captured;
-  const int exit_code = run_program(static_cast<int>(argv.size()), argv.data());
-  std::string text = std::to_string(exit_code) + " " + captured.bytes();
-  for (int records = 0; records < 2; ++records)
-    replace_first(text, "[2024-05-06 07:08:09.010|\033[36;40minfo\033[0m] ");
-  const std::size_t help = text.find("install/uninstall a executable");
-  if (help != std::string::npos) text.replace(help, text.size(), "HELP ");
-  while (text.find('\n') != std::string::npos) replace_first(text, "\n", "$");
-  for (const std::string& call : call_log()) text += essence(call);
-  EXPECT_EQ(open_handles(), 0U);
-  return text + std::to_string(call_log().size());
+  return story_of([&] { return run_program(static_cast<int>(argv.size()), argv.data()); });
 }
 
-TEST(Program, DoesWhatTheCommandLineSays) {
-  const std::string no_text = " is not valid text in the code page for file names (65001)!$0";
+// "arguments behind the program's name -> outcome", or the name too; ~ is a byte that is no text.
+TEST(Program, ReadsTheCommandLine) {
+  const auto outcome_of = [](std::string arguments) {
+    const bool named = !arguments.empty() && arguments[0] != '|';
+    if (!named) arguments.insert(0, R"(D:\tools\inst.exe)");
+    std::replace(arguments.begin(), arguments.end(), '~', '\xff');
+    restart("s");
+    std::string told = outcome(arguments);
+    std::replace(told.begin(), told.end(), '\xff', '~');
+    return told;
+  };
+  check_cases(R"( -> -1 <HELP>
+|--install -> -1 <HELP>
+|-i|--name|a|--binpath|b -> -1 <HELP>
+|-i|--name|a|-d|b -> -1 <HELP>
+|-i|-b|a|--disname|b -> -1 <HELP>
+|--uninstall -> -1 <HELP>
+|--name|a -> -1 <HELP>
+|install -> -1error at position: 1$ <HELP>
+|--install|-|x -> -1 <HELP>
+|-- -> -1error at position: 3$ <HELP>
+|--install|--name|a|--binpath|C:\x|--disname|A b -> 0 M C("a", "A b", "C:\x", null) s m
+|-i|-n|a|-b|C:\P F\x|-d|D|--dep|Tcpip|-t|x -> 0 M C("a", "D", "C:\P F\x", "Tcpip\0\0") s m
+|--i|--name=a|-bC:/x.exe|-d=D|-t -> 0 M C("a", "D", "C:/x.exe", null) s m
+|-u|-i|--name|a|-n|b|-b|C:\|-d|x -> 0 M C("b", "x", "C:\", null) s m
+|-i|--name|a|--name|b|-b|C:\|-d|x -> 0 M C("a", "x", "C:\", null) s m
+|-i|-n|'a b'|-b|C:\|-d|"q" -> 0 M C("'a b'", "q", "C:\", null) s m
+|-i|-n|-b|-d -> 0 M C("", null, "D:\tools\", null) s m
+|-i|-n||x|-b|s|-d|""|--dep|"" -> 0 M C("", "", "D:\tools\s", "\0") s m
+|-i|-n|a|-b|\|-d|x|--desc|"" -> 0 M C("a", "x", "D:\tools\\", null) s m
+|-i|-n|a|-b|C:s|-d|x -> 0 M C("a", "x", "D:\tools\C:s", null) s m
+|-i|-n|svc|-b|C:\|-d|x|--desc|it -> 0 M C("svc", "x", "C:\", null) s S("svc", 0x2) = service describe("it") s m
+inst.exe|-i|-n|a|-b|s|-d|x -> 0 M C("a", "x", "\s", null) s m
+D:\inst.exe|-i|-n|a|-b|s|-d|x -> 0 M C("a", "x", "D:\\s", null) s m
+é/i|-i|-n|a|-b|ö|-d|x -> 0 M C("a", "x", "é\ö", null) s m
+|-i|-n|a|-b|C:\~|-d|x -> -1 <The path 'C:\~' is not valid text in the code page for file names (65001)!$>
+~/i|-i|-n|a|-b|C:\x|-d|x -> -1 <The path '~/i' is not valid text in the code page for file names (65001)!$>
+~/i|-u|-n|a -> -1 <The path '~/i' is not valid text in the code page for file names (65001)!$>
+~/i -> -1 <The path '~/i' is not valid text in the code page for file names (65001)!$>
+|--uninstall|--name|x|-n|svc -> 0 idle deleted
+|-u|--name="svc"|-ns v -> 0 idle deleted)",
+              outcome_of, "\n");
+}
+
+// "statuses#number of the call that fails -> outcome" of removing a service; of installing one
+// without statuses.
+TEST(Program, TellsWhatTheServiceDidAndWhatFailed) {
+  check_cases(R"(s#0 -> 0 idle deleted
+R R s#0 -> 0 M S q q wait stop q wait <The service 'svc' stop successful!$> s m deleted
+P P e s#0 -> 0 M S q q wait stop q wait <The service 'svc' stop successful!$> s m deleted
+R R e R#0 -> 0 M S q q wait stop q wait <The service 'svc' stop failed!$> s m deleted
+P#0 -> 0 M S q q wait stop q wait <The service 'svc' stop failed!$> s m deleted
+R R e0/30000 R#0 -> 0 M S q q wait stop q Sleep(3000) <The service 'svc' stop failed!$> s m deleted
+s#1 -> 0 OpenSCManagerA(null, null, 0xF003F) = null <Open the service manager failed!$> deleted
+s#2 -> 0 M S("svc", 0xF01FF) = null m <Open the service 'svc' failed!$> deleted
+s#3 -> 0 M S q = FALSE s m <Query the service 'svc' failed!$> deleted
+s#4 -> 0 M S q q = FALSE s m <Query the service 'svc' failed!$> deleted
+R#5 -> 0 M S q q wait stop = FALSE s m <The service 'svc' stop failed> deleted
+P#5 -> 0 M S q q wait stop = FALSE s m <The service 'svc' stop failed!$> deleted
+R#6 -> 0 M S q q wait stop q = FALSE s m <Query the service 'svc' failed!$> deleted
+e e s#5 -> 0 M S q q wait wait q = FALSE s m <Query the service 'svc' failed!$> deleted
+s#7 -> -1 idle OpenSCManagerA(null, null, 0xF003F) = null <Open the service manager failed!$>
+s#8 -> -1 idle M S("svc", 0xF01FF) = null m <Open the service 'svc' failed!$>
+s#9 -> -1 idle M S q = FALSE s m <Query the service 'svc' failed!$>
+s#10 -> -1 idle M S q wait delete = FALSE s m <Delete the service 'svc' failed!$>
+#1 -> -1 OpenSCManagerA(null, null, 0xF003F) = null <Open the service manager failed!$>
+#2 -> -1 M C("svc", "D", "\", null, null, null) = null m <Open the service 'svc' failed!$>
+#4 -> 0 M C("svc", "D", "\", null) s S("svc", 0x2) = null ChangeServiceConfig2A(null, 1, "text") = FALSE <Config the service 'svc' description failed!$> m
+#5 -> 0 M C("svc", "D", "\", null) s S("svc", 0x2) = service describe("text") = FALSE <Config the service 'svc' description failed!$> s m)",
+              [](const std::string& script) {
+                const std::size_t end = script.find('#');
+                restart(end > 0 ? script.substr(0, end) : "s", std::atoi(&script[end + 1]));
+                return outcome(end > 0 ? "|-u|-n|svc" : R"(|-i|-n|svc|-d|D|-b||--desc|text)");
+              },
+              "\n");
+}
+
+TEST(Program, CutsTheDescription) {
+  for (const std::size_t length : {1022U, 1023U, 1024U, 2000U}) {
+    restart("s");
+    const std::string text(std::min<std::size_t>(length, 1023), 'd');
+    const std::string made = outcome(R"(|-i|-n|a|-d|x|-b|C:\|--desc|)" + std::string(length, 'd'));
+    EXPECT_TRUE(made.ends_with(" describe(\"" + text + "\") s m"));
+  }
+}
+
+TEST(Program, WaitsByTheFirstHintAndTimesOutByTheLatest) {
   const struct {
-    std::string arguments;  // behind the program's name, unless that is here too
-    std::string outcome;
-    const char* fails = "";
+    const char* known;  // the caller's record on entry
+    const char* statuses;
+    bool settled;
+    DWORD interval;
+    int polls;
   } rows[] = {
-      {"", "-1 HELP 0"},
-      {"|--install", "-1 HELP 0"},
-      {"|-i|--name|a|--binpath|b", "-1 HELP 0"},
-      {"|-i|--name|a|-d|b", "-1 HELP 0"},
-      {"|-i|-b|a|--disname|b", "-1 HELP 0"},
-      {"|--uninstall", "-1 HELP 0"},
-      {"|--name|a", "-1 HELP 0"},
-      {"|install", "-1 error at position: 1$HELP 0"},
-      {"|--install|-|x", "-1 HELP 0"},  // text behind what matches is ignored
-      {"|--", "-1 error at position: 3$HELP 0"},
-      // Every spelling of the options.
-      {R"(|--install|--name|a|--binpath|C:\x|--disname|A b)", R"(0 "a", "A b", "C:\x", null 4)"},
-      {R"(|-i|-n|a|-b|C:\P F\x|-d|D|--dep|Tcpip|-t|x)", R"(0 "a", "D", "C:\P F\x", "Tcpip\0\0" 4)"},
-      {"|--i|--name=a|-bC:/x.exe|-d=D|-t", R"(0 "a", "D", "C:/x.exe", null 4)"},
-      {R"(|-u|-i|--name|a|-n|b|-b|C:\|-d|x)", R"(0 "b", "x", "C:\", null 4)"},
-      {R"(|-i|--name|a|--name|b|-b|C:\|-d|x)", R"(0 "a", "x", "C:\", null 4)"},
-      {R"(|-i|-n|'a b'|-b|C:\|-d|"q")", R"(0 "'a b'", "q", "C:\", null 4)"},
-      {"|-i|-n|-b|-d", R"(0 "", null, "D:\tools\", null 4)"},
-      {R"(|-i|-n||x|-b|s|-d|""|--dep|"")", R"(0 "", "", "D:\tools\s", "\0" 4)"},
-      {R"(|-i|-n|a|-b|\|-d|x|--desc|"")", R"(0 "a", "x", "D:\tools\\", null 4)"},
-      {R"(|-i|-n|a|-b|C:\|-d|x|--desc|says it)",
-       R"(0 "a", "x", "C:\", null ChangeServiceConfig2A(service#2, 1, "says it") 7)"},
-      // Relative paths, and bytes that are no text.
-      {"|-i|-n|a|-b|C:s|-d|x", R"(0 "a", "x", "D:\tools\C:s", null 4)"},
-      {"inst.exe|-i|-n|a|-b|s|-d|x", R"(0 "a", "x", "\s", null 4)"},
-      {R"(D:\inst.exe|-i|-n|a|-b|s|-d|x)", R"(0 "a", "x", "D:\\s", null 4)"},
-      {"\u00e9/i|-i|-n|a|-b|\u00f6|-d|x", "0 \"a\", \"x\", \"\u00e9\\\u00f6\", null 4"},
-      {"|-i|-n|a|-b|C:\\\xff|-d|x", "-1 The path 'C:\\\xff'" + no_text},
-      {"\xff/i|-i|-n|a|-b|C:\\x|-d|x", "-1 The path '\xff/i'" + no_text},
-      {"\xff/i|-u|-n|a", "-1 The path '\xff/i'" + no_text},
-      {"\xff/i", "-1 The path '\xff/i'" + no_text},
-      // Uninstalling, and what fails.
-      {"|--uninstall|--name|x|-n|s v",
-       "0 The service 's v' is stoped!$DeleteService(service#2) 14"},
-      {R"(|-u|--name="s"|-ns v)", "0 The service 's' is stoped!$DeleteService(service#2) 14"},
-      {"|-i|-n|a|-b|C:\\|-d|x",
-       R"(-1 Open the service 'a' failed!$"a", "x", "C:\", null, null, null) = null 3)",
-       "CreateServiceA"},
-      {"|-u|-n|a", "0 The service 'a' stop failedDeleteService(service#2) 15", "ControlService"},
-      {"|-u|-n|a", "-1 Open the service 'a' failed!$Open the service 'a' failed!$6",
-       "OpenServiceA"},
+      {"e0/9999", "R", true, 1000, 0},
+      {"e0/10010", "P", true, 1001, 0},
+      {"e0/99999", "P", true, 9999, 0},
+      {"e0/200000", "s", true, 10000, 0},
+      // Time runs out before the state is looked at.
+      {"s", "e s0/2000", true, 1000, 1},
+      {"s", "e s0/1999", false, 1000, 1},
+      {"s", "e e0/2000", false, 1000, 2},
+      // A checkpoint that moves on puts the time-out off.
+      {"s", "e1 e1 e2 e2", false, 1000, 3},
+      {"e5", "e5 e5", false, 1000, 1},
+      {"e5", "e4 e6 e6/2999", false, 1000, 2},
+      {"s", "b c1 p2 03 84 s5", true, 1000, 5},
   };
   for (const auto& row : rows) {
-    const bool named = !row.arguments.empty() && row.arguments[0] != '|';
-    EXPECT_EQ(outcome((named ? "" : R"(D:\tools\inst.exe)") + row.arguments, row.fails),
-              row.outcome)
-        << row.arguments;
+    restart(row.statuses);
+    const std::string interval = std::to_string(row.interval);
+    const std::string sleep = row.interval == 1000 ? " wait" : " Sleep(" + interval + ")";
+    std::string expected = std::to_string(row.settled ? 1 : 0) + " M S q" + sleep;
+    for (int poll = 0; poll < row.polls; ++poll) expected += sleep + " q";
+    expected += row.settled ? " s m" : " s m <Timeout waiting for the service 'svc' to stop!$>";
+    EXPECT_EQ(story_of([&row] {
+                ServiceHandle manager(OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS));
+                ServiceHandle service(OpenServiceA(manager.get(), "svc", SERVICE_ALL_ACCESS));
+                SERVICE_STATUS_PROCESS status{};
+                status.dwCheckPoint = statuses(row.known)[0].checkpoint;
+                status.dwWaitHint = statuses(row.known)[0].wait_hint;
+                const bool settled =
+                    wait_service_settled(ByteString("svc"), manager, service, status);
+                EXPECT_EQ(status.dwCurrentState, statuses(row.statuses).back().state);
+                EXPECT_TRUE(!service == !settled && !manager == !settled);
+                return settled ? 1 : 0;
+              }),
+              expected);
   }
 }
 

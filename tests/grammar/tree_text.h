@@ -10,11 +10,11 @@
 
 namespace svcinst {
 
-/// `cases` holds "text -> what `outcome` makes of it" any number of times, parted by " $ ".
+/// `cases` holds "text -> what `outcome` makes of it" any number of times, parted by `separator`.
 template <class Outcome>
-void check_cases(TextView cases, Outcome outcome) {
-  for (std::size_t at = 0, end = 0; end < cases.size(); at = end + 3) {
-    end = std::min(cases.find(" $ ", at), cases.size());
+void check_cases(TextView cases, Outcome outcome, TextView separator = " $ ") {
+  for (std::size_t at = 0, end = 0; end < cases.size(); at = end + separator.size()) {
+    end = std::min(cases.find(separator, at), cases.size());
     const std::string row(cases.substr(at, end - at));
     const std::size_t arrow = row.rfind(" -> ");
     ASSERT_NE(arrow, std::string::npos) << row;
