@@ -153,35 +153,41 @@ D:\inst.exe|-i|-n|a|-b|s|-d|x -> 0 M C("a", "x", "D:\\s", null) s m
               outcome_of, "\n");
 }
 
-// "statuses#number of the call that fails -> outcome" of removing a service; of installing one
-// without statuses.
+// "statuses#number of the call that fails -> whether stop_service succeeds, outcome" of removing a
+// service; the outcome of installing one where there are no statuses.
 TEST(Program, TellsWhatTheServiceDidAndWhatFailed) {
-  check_cases(R"(s#0 -> 0 idle deleted
-R R s#0 -> 0 M S q q wait stop q wait <The service 'svc' stop successful!$> s m deleted
-P P e s#0 -> 0 M S q q wait stop q wait <The service 'svc' stop successful!$> s m deleted
-R R e R#0 -> 0 M S q q wait stop q wait <The service 'svc' stop failed!$> s m deleted
-P#0 -> 0 M S q q wait stop q wait <The service 'svc' stop failed!$> s m deleted
-R R e0/30000 R#0 -> 0 M S q q wait stop q Sleep(3000) <The service 'svc' stop failed!$> s m deleted
-s#1 -> 0 OpenSCManagerA(null, null, 0xF003F) = null <Open the service manager failed!$> deleted
-s#2 -> 0 M S("svc", 0xF01FF) = null m <Open the service 'svc' failed!$> deleted
-s#3 -> 0 M S q = FALSE s m <Query the service 'svc' failed!$> deleted
-s#4 -> 0 M S q q = FALSE s m <Query the service 'svc' failed!$> deleted
-R#5 -> 0 M S q q wait stop = FALSE s m <The service 'svc' stop failed> deleted
-P#5 -> 0 M S q q wait stop = FALSE s m <The service 'svc' stop failed!$> deleted
-R#6 -> 0 M S q q wait stop q = FALSE s m <Query the service 'svc' failed!$> deleted
-e e s#5 -> 0 M S q q wait wait q = FALSE s m <Query the service 'svc' failed!$> deleted
-s#7 -> -1 idle OpenSCManagerA(null, null, 0xF003F) = null <Open the service manager failed!$>
-s#8 -> -1 idle M S("svc", 0xF01FF) = null m <Open the service 'svc' failed!$>
-s#9 -> -1 idle M S q = FALSE s m <Query the service 'svc' failed!$>
-s#10 -> -1 idle M S q wait delete = FALSE s m <Delete the service 'svc' failed!$>
+  check_cases(R"(s#0 -> 1 0 idle deleted
+R R s#0 -> 1 0 M S q q wait stop q wait <The service 'svc' stop successful!$> s m deleted
+P P e s#0 -> 1 0 M S q q wait stop q wait <The service 'svc' stop successful!$> s m deleted
+R R e R#0 -> 1 0 M S q q wait stop q wait <The service 'svc' stop failed!$> s m deleted
+P#0 -> 1 0 M S q q wait stop q wait <The service 'svc' stop failed!$> s m deleted
+R R e0/30000 R#0 -> 1 0 M S q q wait stop q Sleep(3000) <The service 'svc' stop failed!$> s m deleted
+s#1 -> 0 0 OpenSCManagerA(null, null, 0xF003F) = null <Open the service manager failed!$> deleted
+s#2 -> 0 0 M S("svc", 0xF01FF) = null m <Open the service 'svc' failed!$> deleted
+s#3 -> 0 0 M S q = FALSE s m <Query the service 'svc' failed!$> deleted
+s#4 -> 0 0 M S q q = FALSE s m <Query the service 'svc' failed!$> deleted
+R#5 -> 0 0 M S q q wait stop = FALSE s m <The service 'svc' stop failed> deleted
+P#5 -> 0 0 M S q q wait stop = FALSE s m <The service 'svc' stop failed!$> deleted
+R#6 -> 0 0 M S q q wait stop q = FALSE s m <Query the service 'svc' failed!$> deleted
+e e s#5 -> 0 0 M S q q wait wait q = FALSE s m <Query the service 'svc' failed!$> deleted
+s#7 -> 1 -1 idle OpenSCManagerA(null, null, 0xF003F) = null <Open the service manager failed!$>
+s#8 -> 1 -1 idle M S("svc", 0xF01FF) = null m <Open the service 'svc' failed!$>
+s#9 -> 1 -1 idle M S q = FALSE s m <Query the service 'svc' failed!$>
+s#10 -> 1 -1 idle M S q wait delete = FALSE s m <Delete the service 'svc' failed!$>
 #1 -> -1 OpenSCManagerA(null, null, 0xF003F) = null <Open the service manager failed!$>
 #2 -> -1 M C("svc", "D", "\", null, null, null) = null m <Open the service 'svc' failed!$>
 #4 -> 0 M C("svc", "D", "\", null) s S("svc", 0x2) = null ChangeServiceConfig2A(null, 1, "text") = FALSE <Config the service 'svc' description failed!$> m
 #5 -> 0 M C("svc", "D", "\", null) s S("svc", 0x2) = service describe("text") = FALSE <Config the service 'svc' description failed!$> s m)",
               [](const std::string& script) {
                 const std::size_t end = script.find('#');
-                restart(end > 0 ? script.substr(0, end) : "s", std::atoi(&script[end + 1]));
-                return outcome(end > 0 ? "|-u|-n|svc" : R"(|-i|-n|svc|-d|D|-b||--desc|text)");
+                const std::string all_statuses = end > 0 ? script.substr(0, end) : "s";
+                const int failing_call = std::atoi(&script[end + 1]);
+                restart(all_statuses, failing_call);
+                if (end == 0) return outcome(R"(|-i|-n|svc|-d|D|-b||--desc|text)");
+                const std::string stopped =
+                    story_of([] { return stop_service(ByteString("svc")) ? 1 : 0; });
+                restart(all_statuses, failing_call);
+                return stopped.substr(0, 2) + outcome("|-u|-n|svc");
               },
               "\n");
 }
