@@ -1,10 +1,10 @@
 // The logger when its sinks fail or change under it. Also run under the check for data races.
-#include <arpa/inet.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/ioctl.h>
-#include <sys/socket.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <set>
 #include <sstream>
 #include <string>
@@ -14,6 +14,7 @@
 #include "log/log.h"
 #include "log/log_settings.h"
 #include "tests/support/capture.h"
+#include "tests/support/peer.h"
 
 namespace svcinst {
 namespace {
@@ -30,6 +31,8 @@ class LogFaults : public testing::Test {
     set_flush(true);
   }
   ~LogFaults() override {
+    for (const int sink : {log_settings.tcp_socket, log_settings.udp_socket}) closesocket(sink);
+    set_log2file("", 0);
     log_settings = LogSettings{};
     set_log2cmd(0);
     record_counter = 0;
@@ -63,7 +66,6 @@ TEST_F(LogFaults, EachRecordIsWholeInOneSinkWhileSinksChange) {
       set_log2cmd(static_cast<std::uint64_t>(getpid()));
     }
     for (std::thread& thread : threads) thread.join();
-    set_log2file("", 0);
     all = console.bytes() + file_bytes(files[0]) + file_bytes(files[1]);
   }
   std::set<int> numbers;
@@ -78,31 +80,77 @@ TEST_F(LogFaults, EachRecordIsWholeInOneSinkWhileSinksChange) {
   EXPECT_EQ(*numbers.rbegin(), kThreads * kRecords - 1);
 }
 
-TEST_F(LogFaults, StandardOutputThatNobodyReadsKillsNobody) {
+TEST_F(LogFaults, SinksThatFailChangeNothing) {
+  const CapturedStdout console;
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
-  const int console = dup(STDOUT_FILENO);
-  dup2(ends[1], STDOUT_FILENO);
   close(ends[0]);
+  dup2(ends[1], STDOUT_FILENO);  // nobody reads it
+  close(ends[1]);
   log_records('x');
-  dup2(console, STDOUT_FILENO);
-  for (const int file : {console, ends[1]}) close(file);
+  set_log2file("/dev/full", 9);
+  log_records('x');
+  const Peer tcp(SOCK_STREAM);
+  listen(tcp.handle, 1);
+  set_log2tcp("127.0.0.1", tcp.port);
+  {
+    const OwnedSocket connection(tcp.accept_one());
+    const linger reset{1, 0};
+    setsockopt(connection.handle, SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
+  }
+  log_records('x');
+  set_log2udp("127.0.0.1", tcp.port);  // where no datagram socket is
+  log_records('x');
   clearerr(stdout);
+}
+
+TEST_F(LogFaults, AttemptsToConnectEndAndLeaveNothing) {
+  const Peer refusing(SOCK_STREAM);
+  const Peer busy(SOCK_STREAM);
+  listen(busy.handle, 0);
+  const OwnedSocket first(socket(AF_INET, SOCK_STREAM, 0));
+  EXPECT_EQ(connect(first.handle, reinterpret_cast<const sockaddr*>(&busy.address),
+                    int{sizeof busy.address}),
+            0);
+  const int next_descriptor = dup(STDOUT_FILENO);
+  close(next_descriptor);
+  set_log2tcp("127.0.0.1", refusing.port);
+  for (const auto set : {set_log2tcp, set_log2udp})
+    for (const char* address : {"255.255.255.255", "no address"}) set(address, 9);
+  using std::chrono::steady_clock;
+  const auto start = steady_clock::now();
+  set_log2tcp("127.0.0.1", busy.port);  // which takes no second one
+  const std::chrono::duration<double> seconds = steady_clock::now() - start;
+  EXPECT_TRUE(seconds.count() > 0.9 && seconds.count() < 1.9) << seconds.count();
+  EXPECT_EQ(log_settings.tcp_socket + log_settings.udp_socket, -2);
+  const OwnedSocket accepted(busy.accept_one());
+  set_log2tcp("127.0.0.1", busy.port);
+  EXPECT_EQ(log_settings.tcp_socket, next_descriptor + 1);
+}
+
+TEST_F(LogFaults, OptionsThatCannotBeSetAreReported) {
+  rlimit files{};
+  getrlimit(RLIMIT_NOFILE, &files);
+  const rlimit none{0, files.rlim_max};
+  const CapturedStdout console;
+  setrlimit(RLIMIT_NOFILE, &none);  // so that there is no socket
+  for (const auto set : {set_log2tcp, set_log2udp}) set("127.0.0.1", 9);
+  setrlimit(RLIMIT_NOFILE, &files);
+  std::string reports;
+  for (const std::string word :
+       {"reuseaddr", "rcvbuf", "sndbuf", "keepalive", "reuseaddr", "broacast", "rcvbuf", "sndbuf"})
+    reports.append("setsockopt " + word + " with error info Bad file descriptor!\n");
+  EXPECT_EQ(console.bytes(), reports);
+  EXPECT_EQ(log_settings.tcp_socket + log_settings.udp_socket, -2);
 }
 
 // Records wait for a peer that doesn't read, as a blocking send does, until it goes.
 TEST_F(LogFaults, PeerThatNeverReadsIsWaitedForUntilItGoes) {
-  const int listener = socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof address;
-  ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), size), 0);
-  ASSERT_EQ(listen(listener, 1), 0);
-  getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
-  set_log2tcp("127.0.0.1", ntohs(address.sin_port));
+  const Peer listener(SOCK_STREAM);
+  listen(listener.handle, 1);
+  set_log2tcp("127.0.0.1", listener.port);
   ASSERT_NE(log_settings.tcp_socket, kNoSocket);
-  const int peer = accept(listener, nullptr, nullptr);
+  const int peer = listener.accept_one();
   set_max(1'000'000);
   const std::string text(1'000'000, 'x');
   std::thread writer([&] {
@@ -115,7 +163,6 @@ TEST_F(LogFaults, PeerThatNeverReadsIsWaitedForUntilItGoes) {
   }
   close(peer);
   writer.join();
-  close(listener);
 }
 
 }  // namespace

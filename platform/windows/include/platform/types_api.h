@@ -10,8 +10,8 @@
 #endif
 #define _ADVAPI32_
 #define _KERNEL32_
-// winsock2.h has to come before windows.h.
+// winsock2.h has to come before windows.h; ws2tcpip.h has it, and socklen_t.
 // clang-format off
-#include <winsock2.h>
+#include <ws2tcpip.h>
 #include <windows.h>
 // clang-format on
