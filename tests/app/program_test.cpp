@@ -22,19 +22,17 @@ const std::string record_prefix = "[2024-05-06 07:08:09.010|\033[36;40minfo\033[
 // How a story shortens the calls, in this order. Which handle a call uses shows in its result: one
 // that is not open makes it fail.
 const std::pair<std::string, std::string> short_forms[] = {
-    {"#1", ""},
-    {"#2", ""},
     {"OpenSCManagerA(null, null, 0xF003F) = manager", "M"},
     {"CreateServiceA(manager, ", "C("},
-    {", 0xF01FF, 0x10, 2, 1, ", ", "},
+    {", 0xF01FF, 0x10, 0x2, 0x1, ", ", "},
     {", null, null) = service", ")"},
     {", null, null, ", ", "},
     {"OpenServiceA(manager, ", "S("},
     {", 0xF01FF) = service", ")"},
     {"S(\"svc\")", "S"},
-    {"ChangeServiceConfig2A(service, 1, ", "describe("},
-    {"QueryServiceStatusEx(service, 0, 36)", "q"},
-    {"ControlService(service, 1)", "stop"},
+    {"ChangeServiceConfig2A(service, 0x1, ", "describe("},
+    {"QueryServiceStatusEx(service, 0x0, 0x24)", "q"},
+    {"ControlService(service, 0x1)", "stop"},
     {"DeleteService(service)", "delete"},
     {"CloseServiceHandle(service)", "s"},
     {"CloseServiceHandle(manager)", "m"},
@@ -176,7 +174,7 @@ s#9 -> 1 -1 idle M S q = FALSE s m <Query the service 'svc' failed!$>
 s#10 -> 1 -1 idle M S q wait delete = FALSE s m <Delete the service 'svc' failed!$>
 #1 -> -1 OpenSCManagerA(null, null, 0xF003F) = null <Open the service manager failed!$>
 #2 -> -1 M C("svc", "D", "\", null, null, null) = null m <Open the service 'svc' failed!$>
-#4 -> 0 M C("svc", "D", "\", null) s S("svc", 0x2) = null ChangeServiceConfig2A(null, 1, "text") = FALSE <Config the service 'svc' description failed!$> m
+#4 -> 0 M C("svc", "D", "\", null) s S("svc", 0x2) = null ChangeServiceConfig2A(null, 0x1, "text") = FALSE <Config the service 'svc' description failed!$> m
 #5 -> 0 M C("svc", "D", "\", null) s S("svc", 0x2) = service describe("text") = FALSE <Config the service 'svc' description failed!$> s m)",
               [](const std::string& script) {
                 const std::size_t end = script.find('#');

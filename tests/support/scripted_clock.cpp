@@ -26,7 +26,6 @@ std::int64_t monotonic_nanoseconds() {
   ScriptedClock& clock = scripted_clock();
   const std::int64_t now = clock.nanoseconds;
   clock.nanoseconds += clock.nanoseconds_read;
-  ++clock.readings;
   return now;
 }
 

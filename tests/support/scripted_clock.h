@@ -15,7 +15,6 @@ struct ScriptedClock {
   DWORD tick_count = 0;          // milliseconds, for GetTickCount; begins again at 0 after 2^32
   std::int64_t nanoseconds = 0;  // for monotonic_nanoseconds
   std::int64_t nanoseconds_read = 0;  // how far each reading of `nanoseconds` moves it afterwards
-  int readings = 0;                   // of `nanoseconds`
   SYSTEMTIME local_time = {2024, 5, 1, 6, 7, 8, 9, 10};  // 6 May, 07:08:09.010; nothing moves it
   bool record_local_time = false;  // leaves a line "GetLocalTime()" for each reading of it
   DWORD process_id = 4711;

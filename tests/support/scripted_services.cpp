@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
-#include <map>
 #include <memory>
 
 namespace svcinst {
 namespace {
 
 struct Handle {
-  std::string name;
+  std::string kind;
   bool open = true;
 };
 
@@ -17,8 +16,7 @@ struct Handle {
 struct State {
   ScriptedServices script;
   std::vector<std::unique_ptr<Handle>> handles;
-  std::map<std::string, int> calls;  // by function
-  int all_calls = 0;
+  int calls = 0;
   std::size_t next_status = 0;
 };
 
@@ -33,11 +31,6 @@ Handle* find(SC_HANDLE handle) {
   return nullptr;
 }
 
-// A number that is shown in hexadecimal.
-struct Hex {
-  DWORD value;
-};
-
 // A dependency list; read up to its last NUL and no further.
 struct List {
   const char* names;
@@ -46,24 +39,16 @@ struct List {
 std::string text_of(SC_HANDLE handle) {
   const Handle* known = find(handle);
   if (known == nullptr) return handle == nullptr ? "null" : "unknown";
-  return (known->open ? "" : "closed ") + known->name;
+  return (known->open ? "" : "closed ") + known->kind;
 }
 
 std::string text_of(const char* text) {
   return text == nullptr ? "null" : '"' + std::string(text) + '"';
 }
 
-std::string text_of(const DWORD* pointer) {
-  return pointer == nullptr ? "null" : "tag";
-}
-
 std::string text_of(DWORD value) {
-  return std::to_string(value);
-}
-
-std::string text_of(Hex hex) {
   char digits[16];
-  std::snprintf(digits, sizeof digits, "0x%X", static_cast<unsigned>(hex.value));
+  std::snprintf(digits, sizeof digits, "0x%X", static_cast<unsigned>(value));
   return digits;
 }
 
@@ -87,21 +72,15 @@ bool is_open(SC_HANDLE handle) {
   return known != nullptr && known->open;
 }
 
-// Counts a call of `function`; false when the script lets this one fail.
-bool may_succeed(const std::string& function) {
-  const int all_calls = ++state().all_calls;
-  const int calls = ++state().calls[function];
-  const auto& failures = state().script.failures;
-  return all_calls != state().script.failing_call &&
-         std::none_of(failures.begin(), failures.end(), [&](const auto& failure) {
-           return failure.first == function && (failure.second == 0 || failure.second == calls);
-         });
+// Counts a call; false when the script lets this one fail.
+bool may_succeed() {
+  return ++state().calls != state().script.failing_call;
 }
 
 // Records a call on `handle`, which succeeds when that is open and the script allows it.
 template <class... Arguments>
 BOOL record(const std::string& function, SC_HANDLE handle, Arguments... arguments) {
-  const bool success = may_succeed(function) && is_open(handle);
+  const bool success = may_succeed() && is_open(handle);
   call_log().push_back(function + "(" + list_of(handle, arguments...) + ")" +
                        (success ? "" : " = FALSE"));
   return success ? TRUE : FALSE;
@@ -110,14 +89,10 @@ BOOL record(const std::string& function, SC_HANDLE handle, Arguments... argument
 // Records a call that opens a handle of `kind` when its parent is open and the script allows it.
 SC_HANDLE record_open(const std::string& function, const std::string& arguments, bool parent_open,
                       const std::string& kind) {
-  const bool success = may_succeed(function) && parent_open;
   SC_HANDLE handle = nullptr;
-  if (success) {
-    auto& handles = state().handles;
-    const auto of_kind = [&](const auto& known) { return known->name.starts_with(kind); };
-    const auto number = 1 + std::count_if(handles.begin(), handles.end(), of_kind);
-    handles.push_back(std::make_unique<Handle>(Handle{kind + "#" + std::to_string(number)}));
-    handle = reinterpret_cast<SC_HANDLE>(handles.back().get());
+  if (may_succeed() && parent_open) {
+    auto& opened = state().handles.emplace_back(std::make_unique<Handle>(Handle{kind}));
+    handle = reinterpret_cast<SC_HANDLE>(opened.get());
   }
   call_log().push_back(function + "(" + arguments + ") = " + text_of(handle));
   return handle;
@@ -127,7 +102,6 @@ SC_HANDLE record_open(const std::string& function, const std::string& arguments,
 SERVICE_STATUS next_status() {
   const auto& statuses = state().script.statuses;
   const ScriptedStatus status = statuses.at(std::min(state().next_status++, statuses.size() - 1));
-  advance(status.takes);
   return {SERVICE_WIN32_OWN_PROCESS, status.state, 1, 0, 0, status.checkpoint, status.wait_hint};
 }
 
@@ -153,23 +127,22 @@ void reset_scripted_services() {
 using namespace svcinst;
 
 SC_HANDLE OpenSCManagerA(LPCSTR machine, LPCSTR database, DWORD access) {
-  return record_open("OpenSCManagerA", list_of(machine, database, Hex{access}), true, "manager");
+  return record_open("OpenSCManagerA", list_of(machine, database, access), true, "manager");
 }
 
 SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD access) {
-  return record_open("OpenServiceA", list_of(manager, name, Hex{access}), is_open(manager),
-                     "service");
+  return record_open("OpenServiceA", list_of(manager, name, access), is_open(manager), "service");
 }
 
 SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DWORD access,
                          DWORD service_type, DWORD start_type, DWORD error_control,
                          LPCSTR binary_path, LPCSTR group, LPDWORD tag_id, LPCSTR dependencies,
                          LPCSTR account, LPCSTR password) {
-  return record_open(
-      "CreateServiceA",
-      list_of(manager, name, display_name, Hex{access}, Hex{service_type}, start_type,
-              error_control, binary_path, group, tag_id, List{dependencies}, account, password),
-      is_open(manager), "service");
+  return record_open("CreateServiceA",
+                     list_of(manager, name, display_name, access, service_type, start_type,
+                             error_control, binary_path, group, tag_id == nullptr ? nullptr : "tag",
+                             List{dependencies}, account, password),
+                     is_open(manager), "service");
 }
 
 BOOL ChangeServiceConfig2A(SC_HANDLE service, DWORD level, LPVOID info) {

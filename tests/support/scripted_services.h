@@ -1,19 +1,15 @@
 // A Service Control Manager that plays a script, linked in the real one's place. It records every
 // call in call_log() as one line, with its arguments and a result that is a handle or a failure:
-//   OpenSCManagerA(null, null, 0xF003F) = manager#1
-//   CreateServiceA(manager#1, "svc", "Display", 0xF01FF, 0x10, 2, 1, "C:\x.exe", null, null,
-//       "Tcpip\0\0", null, null) = service#1                                       (in one line)
-//   ChangeServiceConfig2A(service#1, 1, "text") = FALSE
-//   QueryServiceStatusEx(service#1, 0, 36)
-//   ControlService(service#1, 1)
-//   CloseServiceHandle(service#1)
-// Handles are numbered by kind; one that is not open shows as "closed service#1" or "unknown", and
-// the call fails. Text is shown byte by byte, a NUL of a dependency list as \0.
+//   OpenSCManagerA(null, null, 0xF003F) = manager
+//   CreateServiceA(manager, "svc", "Display", 0xF01FF, 0x10, 0x2, 0x1, "C:\x.exe", null, null,
+//       "Tcpip\0\0", null, null) = service                                         (in one line)
+//   ChangeServiceConfig2A(service, 0x1, "text") = FALSE
+// A handle that is not open shows as "closed service" or "unknown", and the call fails. Text is
+// shown byte by byte, a NUL of a dependency list as \0.
 #pragma once
 
 #include <cstddef>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/service_api.h"
@@ -25,17 +21,13 @@ struct ScriptedStatus {
   DWORD state = SERVICE_STOPPED;
   DWORD checkpoint = 0;
   DWORD wait_hint = 0;  // milliseconds
-  DWORD takes = 0;      // milliseconds by which the call moves the clock
 };
 
 struct ScriptedServices {
   /// Each QueryServiceStatusEx and each ControlService that succeeds takes the next one and reports
   /// it; the last one stays.
   std::vector<ScriptedStatus> statuses = {{}};
-  /// Which calls fail: a function's name and which of its calls, counted from 1; 0 means all of
-  /// them.
-  std::vector<std::pair<std::string, int>> failures;
-  /// Which call of all functions together fails, counted from 1; 0 means none.
+  /// Which call fails, counted from 1 over all functions; 0 means none.
   int failing_call = 0;
 };
 
