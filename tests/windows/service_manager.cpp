@@ -40,6 +40,37 @@ std::string messages(const std::string& output) {
   return std::regex_replace(plain, help, "HELP");
 }
 
+std::string manager_configuration(const std::string& name) {
+  const Service service(name);
+  alignas(QUERY_SERVICE_CONFIGA) std::array<BYTE, 8192> buffer{};
+  DWORD needed = 0;
+  auto* const config = reinterpret_cast<QUERY_SERVICE_CONFIGA*>(buffer.data());
+  if (QueryServiceConfigA(service.service.get(), config, buffer.size(), &needed) == FALSE)
+    return "none";
+  std::string text = std::to_string(config->dwServiceType) + " " +
+                     std::to_string(config->dwStartType) + " " +
+                     std::to_string(config->dwErrorControl);
+  for (const char* value :
+       {config->lpBinaryPathName, config->lpDisplayName, config->lpServiceStartName})
+    text += "|" + std::string(value);
+  QueryServiceConfig2A(service.service.get(), SERVICE_CONFIG_DESCRIPTION, buffer.data(),
+                       buffer.size(), &needed);
+  const char* description = reinterpret_cast<SERVICE_DESCRIPTIONA*>(buffer.data())->lpDescription;
+  return text + "|" + (description != nullptr ? description : "");
+}
+
+std::string registry_configuration(const std::string& name) {
+  std::string text;
+  for (const char* value : {"Type", "Start", "ErrorControl"}) {
+    const std::string number = registry_value(name, value);
+    if (number.size() != 4) return "none";
+    text += (text.empty() ? "" : " ") + std::to_string(number[0]);
+  }
+  for (const char* value : {"ImagePath", "DisplayName", "ObjectName", "Description"})
+    text += "|" + std::string(registry_value(name, value).c_str());
+  return text;
+}
+
 }  // namespace
 
 std::string path_of(const char* variable) {
@@ -74,27 +105,6 @@ Result run(const std::string& command_line, const std::string& directory,
   return {static_cast<int>(exit_code), messages(file_bytes(file))};
 }
 
-std::string configuration(const std::string& name) {
-  const Service service(name);
-  alignas(QUERY_SERVICE_CONFIGA) std::array<BYTE, 8192> buffer{};
-  DWORD needed = 0;
-  const auto* config = reinterpret_cast<QUERY_SERVICE_CONFIGA*>(buffer.data());
-  if (QueryServiceConfigA(service.service.get(),
-                          reinterpret_cast<QUERY_SERVICE_CONFIGA*>(buffer.data()), buffer.size(),
-                          &needed) == FALSE)
-    return "none";
-  std::string text = std::to_string(config->dwServiceType) + " " +
-                     std::to_string(config->dwStartType) + " " +
-                     std::to_string(config->dwErrorControl);
-  for (const char* value :
-       {config->lpBinaryPathName, config->lpDisplayName, config->lpServiceStartName})
-    text += "|" + std::string(value);
-  QueryServiceConfig2A(service.service.get(), SERVICE_CONFIG_DESCRIPTION, buffer.data(),
-                       buffer.size(), &needed);
-  const char* description = reinterpret_cast<SERVICE_DESCRIPTIONA*>(buffer.data())->lpDescription;
-  return text + "|" + (description != nullptr ? description : "");
-}
-
 std::string registry_value(const std::string& name, const char* value) {
   const std::string key = R"(System\CurrentControlSet\Services\)" + name;
   std::string data(4096, '\0');
@@ -105,20 +115,15 @@ std::string registry_value(const std::string& name, const char* value) {
   return data;
 }
 
-std::string registry_configuration(const std::string& name) {
-  std::string text;
-  for (const char* value : {"Type", "Start", "ErrorControl"}) {
-    const std::string number = registry_value(name, value);
-    if (number.size() != 4) return "none";
-    text += (text.empty() ? "" : " ") + std::to_string(number[0]);
-  }
-  for (const char* value : {"ImagePath", "DisplayName", "ObjectName", "Description"})
-    text += "|" + std::string(registry_value(name, value).c_str());
-  return text;
+std::string configuration(const std::string& name) {
+  const std::string told = manager_configuration(name);
+  const std::string kept = registry_configuration(name);
+  return told == kept ? told : told + ", but the registry: " + kept;
 }
 
 std::string presence(const std::string& name) {
-  if (configuration(name) == "none") return registry_configuration(name);
+  const std::string now = configuration(name);
+  if (now.starts_with("none")) return now;
   const Service service(name);
   // A configuration that changes nothing: a marked service refuses it.
   constexpr DWORD kKeep = SERVICE_NO_CHANGE;

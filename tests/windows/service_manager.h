@@ -22,11 +22,9 @@ std::string path_of(const char* variable);
 Result run(const std::string& command_line, const std::string& directory,
            const std::function<void(HANDLE)>& meanwhile = {});
 
-/// "type start error|path|display name|account|description" as the manager tells it, or "none".
+/// "type start error|path|display name|account|description" as the manager tells it, or "none";
+/// what the registry holds comes behind it when that differs.
 std::string configuration(const std::string& name);
-
-/// The same from the registry.
-std::string registry_configuration(const std::string& name);
 
 /// The bytes of one value of the service's registry key, NULs included; none when there is no
 /// value.
