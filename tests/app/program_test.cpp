@@ -88,9 +88,10 @@ std::string story_of(const std::function<int()>& run) {
                       : line);
     if (is_record) printed.erase(0, end);
   }
-  for (const auto& [call, name] : short_forms)
+  for (const auto& [call, name] : short_forms) {
     for (std::size_t at = 0; (at = all.find(call, at)) != std::string::npos; at += name.size())
       all.replace(at, call.size(), name);
+  }
   EXPECT_EQ(printed, "");
   EXPECT_EQ(open_handles(), 0U);
   return all;

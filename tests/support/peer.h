@@ -30,7 +30,7 @@ struct Peer : OwnedSocket {
     address.sin_addr.s_addr = inet_addr("127.0.0.1");
     auto* const name = reinterpret_cast<sockaddr*>(&address);
     socklen_t length = sizeof address;
-    bind(handle, name, length);
+    static_cast<void>(bind(handle, name, length));
     getsockname(handle, name, &length);
     port = ntohs(address.sin_port);
   }
