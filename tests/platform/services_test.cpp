@@ -2,7 +2,11 @@
 #include <sys/stat.h>
 
 #include <array>
+#include <csignal>
 #include <fstream>
+#include <iomanip>
+#include <map>
+#include <sstream>
 
 #include "platform/posix/database_path.h"
 #include "tests/platform/service_fixture.h"
@@ -10,271 +14,209 @@
 namespace svcinst {
 namespace {
 
-SC_HANDLE open_manager(DWORD access = SC_MANAGER_ALL_ACCESS) {
-  return OpenSCManagerA(nullptr, nullptr, access);
+DWORD number_of(const std::string& word, DWORD otherwise) {
+  return word == "null" ? otherwise : static_cast<DWORD>(std::stoul(word, nullptr, 0));
 }
 
-SC_HANDLE create(SC_HANDLE manager, const char* name, const char* display = nullptr,
-                 DWORD access = SERVICE_ALL_ACCESS) {
-  return CreateServiceA(manager, name, display, access, 0x10, 2, 1, "C:\\x.exe", nullptr, nullptr,
-                        nullptr, nullptr, nullptr);
-}
-
-// Creates a service and closes its handle. False when that fails.
-bool install(const char* name, const char* display = nullptr) {
-  SC_HANDLE manager = open_manager();
-  const bool installed = CloseServiceHandle(create(manager, name, display)) != FALSE;
-  CloseServiceHandle(manager);
-  return installed;
-}
-
-// Which calls on `handle` succeed: 1 queries, 2 stops, 4 describes, 8 deletes.
-int try_all(SC_HANDLE handle) {
-  SERVICE_STATUS_PROCESS status{};
-  auto* const bytes = reinterpret_cast<BYTE*>(&status);
-  DWORD needed = 0;
-  char text[] = "text";
-  SERVICE_DESCRIPTIONA description{text};
-  return QueryServiceStatusEx(handle, SC_STATUS_PROCESS_INFO, bytes, sizeof status, &needed) +
-         2 * ControlService(handle, 1, reinterpret_cast<SERVICE_STATUS*>(&status)) +
-         4 * ChangeServiceConfig2A(handle, 1, &description) + 8 * DeleteService(handle);
-}
-
-// Runs `task` as a user who is not root.
-bool as_user(const std::function<bool()>& task) {
-  return (geteuid() != 0 || setuid(65534) == 0) && task();
-}
-
+// Plays scripts of steps with semicolons between, "CALL HANDLE ARGUMENT..". What has a '!' in front
+// must fail. Handles are letters: m the manager that is asked, others what was opened, or null.
 class Services : public ServiceFixture {
  protected:
-  ~Services() override { CloseServiceHandle(manager); }
-
-  SC_HANDLE open(const char* name, DWORD access = SERVICE_ALL_ACCESS) const {
-    return OpenServiceA(manager, name, access);
+  Services() { play("manager m"); }
+  ~Services() override {
+    for (SC_HANDLE handle : opened) CloseServiceHandle(handle);
   }
 
-  SC_HANDLE manager = open_manager();
+  void play(const std::string& script) {
+    std::istringstream steps(script);
+    for (std::string step; std::getline(steps, step, ';');) {
+      std::istringstream words(step);
+      const bool fails = (words >> std::ws).peek() == '!';
+      words.ignore(fails ? 1 : 0);
+      EXPECT_EQ(take_step(words) == 0, fails) << step;
+    }
+  }
+
+  int take_step(std::istream& words) {
+    std::string call;
+    std::string letter;
+    std::string one = "null";  // where there is no such argument
+    std::string two = "null";
+    std::string three = "null";
+    words >> call >> letter >> std::quoted(one) >> std::quoted(two) >> std::quoted(three);
+    if (call == "set") return sql("UPDATE services SET " + letter).empty();
+    if (call == "left")  // in the database
+      return sql("SELECT name, delete_pending, process_id, service_flags FROM services") ==
+             (letter.empty() ? "" : letter + "\n");
+    if (call == "user") return geteuid() != 0 || setuid(65534) == 0;
+    if (call == "wait") return raise(SIGSTOP) == 0;
+    SC_HANDLE& handle = handles[letter];
+    auto* const bytes = reinterpret_cast<BYTE*>(record.data());
+    auto* const status = reinterpret_cast<SERVICE_STATUS*>(bytes);
+    char* const text = one == "null" ? nullptr : one.data();
+    SERVICE_DESCRIPTIONA description{text};
+    if (call == "close") return CloseServiceHandle(handle);
+    if (call == "delete") return DeleteService(handle);
+    if (call == "describe") return ChangeServiceConfig2A(handle, number_of(two, 1), &description);
+    if (call == "query")
+      return QueryServiceStatusEx(handle, SC_STATUS_PROCESS_INFO, bytes, number_of(one, 36),
+                                  &needed);
+    if (call == "stop") return ControlService(handle, number_of(one, 1), status);
+    if (call == "manager")
+      handle = OpenSCManagerA(nullptr, nullptr, number_of(one, SC_MANAGER_ALL_ACCESS));
+    if (call == "open")
+      handle = OpenServiceA(handles["m"], text, number_of(two, SERVICE_ALL_ACCESS));
+    if (call == "create")
+      handle = CreateServiceA(handles["m"], text, two == "null" ? nullptr : two.c_str(),
+                              number_of(three, SERVICE_ALL_ACCESS), 0x10, 2, 1, "C:\\\xFF x",
+                              nullptr, nullptr, "Tcp\0Afd\0\0(not read)", ".\\user", nullptr);
+    opened.push_back(handle);
+    return handle != nullptr;
+  }
+
+  pid_t start_playing(const std::string& script) {
+    return start([&] {
+      play(script);
+      return !HasFailure();
+    });
+  }
+
+  std::map<std::string, SC_HANDLE> handles;
+  std::vector<SC_HANDLE> opened;
+  std::array<DWORD, 10> record{};
+  DWORD needed = 0;
 };
 
 TEST_F(Services, RowHoldsAllThatWasGiven) {
-  SC_HANDLE full =
-      CreateServiceA(manager, "svc", "The Service", SERVICE_ALL_ACCESS, 0x10, 2, 1, "C:\\\xFF x",
-                     nullptr, nullptr, "Tcp\0Afd\0\0(not read)", ".\\user", nullptr);
-  EXPECT_TRUE(CloseServiceHandle(CreateServiceA(manager, "bare", nullptr, 1, 0x20, 3, 0, "",
-                                                nullptr, nullptr, "", nullptr, nullptr)));
-  char text[] = "it's";
-  SERVICE_DESCRIPTIONA description{text};
-  EXPECT_TRUE(ChangeServiceConfig2A(full, SERVICE_CONFIG_DESCRIPTION, &description));
-  EXPECT_EQ(sql("SELECT name, quote(display_name), service_type, start_type, error_control,"
-                " hex(binary_path), hex(dependencies), account, quote(description), current_state,"
-                " controls_accepted, win32_exit_code, service_specific_exit_code, checkpoint,"
-                " wait_hint, process_id, service_flags, delete_pending FROM services"),
-            "svc|'The Service'|16|2|1|433A5CFF2078|5463700041666400"
-            "00|.\\user|'it''s'|1|0|1077|0|0|0|0|0|0\n"
-            "bare|NULL|32|3|0||00|LocalSystem|NULL|1|0|1077|0|0|0|0|0|0\n");
-  description.lpDescription = nullptr;  // no text: no change
-  EXPECT_TRUE(ChangeServiceConfig2A(full, SERVICE_CONFIG_DESCRIPTION, &description));
-  description.lpDescription = text + 4;
-  EXPECT_FALSE(ChangeServiceConfig2A(full, 2, &description));
-  EXPECT_FALSE(ChangeServiceConfig2A(full, SERVICE_CONFIG_DESCRIPTION, nullptr));
-  EXPECT_EQ(sql("SELECT count(description) FROM services"), "1\n");
-  EXPECT_TRUE(ChangeServiceConfig2A(full, SERVICE_CONFIG_DESCRIPTION, &description));
-  EXPECT_EQ(sql("SELECT count(description) FROM services"), "0\n");
-  EXPECT_TRUE(CloseServiceHandle(full));
+  play("create a svc \"The Service\"; describe a it's");
+  handles["b"] = CreateServiceA(handles["m"], "bare", nullptr, 1, 0x20, 3, 0, "", nullptr, nullptr,
+                                "", nullptr, nullptr);
+  const char* const dump =
+      "SELECT name, quote(display_name), service_type, start_type, error_control,"
+      " hex(binary_path), hex(dependencies), account, current_state, controls_accepted,"
+      " win32_exit_code, service_specific_exit_code, checkpoint, wait_hint, process_id,"
+      " service_flags, delete_pending, quote(description) FROM services";
+  const std::string bare = "\nbare|NULL|32|3|0||00|LocalSystem|1|0|1077|0|0|0|0|0|0|NULL\n";
+  const std::string svc =
+      "svc|'The Service'|16|2|1|433A5CFF2078|546370004166640000|.\\user|1|0|1077|0|0|0|0|0|0|";
+  EXPECT_EQ(sql(dump), svc + "'it''s'" + bare);
+  play("describe a; !describe a x 2");
+  EXPECT_FALSE(ChangeServiceConfig2A(handles["a"], SERVICE_CONFIG_DESCRIPTION, nullptr));
+  EXPECT_EQ(sql(dump), svc + "'it''s'" + bare);
+  play("describe a \"\"; close b");
+  EXPECT_EQ(sql(dump), svc + "NULL" + bare);
 }
 
 TEST_F(Services, NamesAllowedAndTaken) {
   const std::string most(256, 'n');
-  std::string wide;  // each of these letters counts twice
-  for (int i = 0; i < 128; ++i) wide += "\xF0\x9F\x98\x80";
-  const struct {
-    std::string name, display;
-    bool allowed;
-  } rows[] = {{"Spooler", "Print Queue", true},
-              {"\xC3\xBC", "", true},
-              {"", "d", false},
-              {"a/b", "", false},
-              {"a\\b", "", false},
-              {most, "", true},
-              {most + "n", "", false},
-              {wide, "", true},
-              {wide + "x", "", false},
-              {"d2", most, false},
-              {"d3", most + "x", false},
-              {"d4", "any/\\thing", true},
-              {"spooler", "d5", false},
-              {"PRINT queue", "d6", false},
-              {"d7", "SPOOLER", false},
-              {"d8", "print QUEUE", false},
-              {"\xC3\x9C", "", false},
-              {"Spoole", "", true},
-              {"Spoolers", "", true},
-              {"own", "OWN", true},
-              {"\xFF\xFE", "", true},
-              {"\xFF\xFD", "", true}};
-  for (const auto& row : rows)
-    EXPECT_EQ(install(row.name.c_str(), row.display.c_str()), row.allowed) << row.name;
-  EXPECT_EQ(create(manager, nullptr), nullptr);
-  EXPECT_TRUE(CloseServiceHandle(open("SPOOLER")));
-  EXPECT_EQ(open("Print Queue"), nullptr);
-  EXPECT_EQ(open(nullptr), nullptr);
+  std::string wide;
+  for (int i = 0; i < 128; ++i) wide += "😀";  // each counts twice
+  play("create a " + most + "; !create a n" + most + "; create a " + wide + "; !create a x" + wide +
+       "; !create a d1 " + most + "; create a d2 d" + most.substr(1) + "; !create a d3 d" + most +
+       R"(; create a Spooler "Print Queue"; create a ü ""; !create a "" d; !create a a/b;
+       !create a a\b; create a d4 any/\thing; !create a spooler d5; !create a d6 "PRINT queue";
+       !create a d7 SPOOLER; !create a d8 "print QUEUE"; !create a Ü; create a Spoole;
+       create a Spoolers ""; create a own OWN; !create a null d; open a SPOOLER;
+       !open a "Print Queue"; !open a null)");
+  play("create a \xFF\xFE; create a \xFF\xFD");
 }
 
 TEST_F(Services, RightsAskedForAreEnforced) {
-  const struct {
-    DWORD access;
-    int allowed;
-  } rows[] = {{SERVICE_ALL_ACCESS, 15},
-              {SERVICE_QUERY_STATUS, 1},
-              {SERVICE_STOP, 2},
-              {SERVICE_CHANGE_CONFIG, 4},
-              {DELETE, 8}};
-  for (const auto& row : rows) {
-    EXPECT_TRUE(install("svc"));
-    sql("UPDATE services SET current_state = 4");
-    SC_HANDLE limited = open("svc", row.access);
-    EXPECT_EQ(try_all(limited), row.allowed);
-    SC_HANDLE all = open("svc");
-    DeleteService(all);
-    EXPECT_TRUE(CloseServiceHandle(limited) && CloseServiceHandle(all));
+  play(
+      R"(create a svc null 0x04; set current_state=4; query a; !stop a; !describe a; !delete a; close a;
+      open a svc 0x20; !query a; stop a; !describe a; !delete a; close a; set current_state=4;
+      open a svc 0x02; !query a; !stop a; describe a; !delete a; close a;
+      !open a svc 0x400; !create a new d 0x400; !manager a 0x40; open s svc; open c svc; close c;
+      close s; open s svc; !query c; !stop c; !describe c; !delete c; !close c;
+      !query 0; !stop 0; !describe 0; !delete 0; !close 0; !query m; !stop m; !describe m; !delete m;
+      open a svc 0x10000; !query a; !stop a; !describe a; delete a; close a)");
+  for (const char* letter : {"0", "c", "s"}) {
+    handles["m"] = handles[letter];
+    play("!open a svc; !create a other");
   }
-  SC_HANDLE reader = open_manager(SC_MANAGER_ALL_ACCESS & ~2U);
-  EXPECT_EQ(create(reader, "svc"), nullptr);
-  EXPECT_TRUE(CloseServiceHandle(reader) && install("svc"));
-  EXPECT_EQ(open("svc", 0x400), nullptr);  // no such right
-  EXPECT_EQ(create(manager, "new", nullptr, 0x400), nullptr);
-  EXPECT_EQ(open_manager(0x40), nullptr);
+  play("manager m 0xF003D; !create a other");  // all but SC_MANAGER_CREATE_SERVICE
   EXPECT_EQ(OpenSCManagerA("other", nullptr, SC_MANAGER_ALL_ACCESS), nullptr);
   EXPECT_EQ(OpenSCManagerA(nullptr, "other", SC_MANAGER_ALL_ACCESS), nullptr);
-  SC_HANDLE closed = open("svc");
-  EXPECT_TRUE(CloseServiceHandle(closed));
-  SC_HANDLE service = open("svc");  // must not bring `closed` to life again
-  for (SC_HANDLE handle : {SC_HANDLE{}, closed, manager}) EXPECT_EQ(try_all(handle), 0);
-  for (SC_HANDLE handle : {SC_HANDLE{}, closed, service}) {
-    EXPECT_EQ(OpenServiceA(handle, "svc", SERVICE_ALL_ACCESS), nullptr);
-    EXPECT_EQ(create(handle, "other"), nullptr);
-  }
-  EXPECT_FALSE(CloseServiceHandle(nullptr) || CloseServiceHandle(closed));
-  EXPECT_TRUE(CloseServiceHandle(service));
 }
 
 TEST_F(Services, StatusAndStop) {
-  SC_HANDLE service = create(manager, "svc");
-  using Record = std::array<DWORD, 10>;
-  Record record{};
-  auto* const bytes = reinterpret_cast<BYTE*>(record.data());
-  DWORD needed = 0;
-  EXPECT_FALSE(QueryServiceStatusEx(service, SC_STATUS_PROCESS_INFO, bytes, 35, &needed));
+  play("create a svc; !query a 35");
   EXPECT_EQ(needed, 36U);
-  EXPECT_FALSE(QueryServiceStatusEx(service, SC_STATUS_PROCESS_INFO, nullptr, 36, &needed));
-  for (DWORD state = 0; state <= 8; ++state) {
-    sql("UPDATE services SET controls_accepted = 11, win32_exit_code = 12, checkpoint = 14,"
-        " service_specific_exit_code = 13, wait_hint = 15, process_id = 16, service_flags = 17,"
-        " current_state = " +
-        std::to_string(state));
-    record = {1, 2, 3, 4, 5, 6, 7, 8, 9, 99};
-    const bool known =
-        QueryServiceStatusEx(service, SC_STATUS_PROCESS_INFO, bytes, 36, &needed) != FALSE;
-    EXPECT_EQ(known, state >= 1 && state <= 7) << state;
-    if (!known) continue;
+  EXPECT_FALSE(QueryServiceStatusEx(handles["a"], SC_STATUS_PROCESS_INFO, nullptr, 36, &needed));
+  using Record = std::array<DWORD, 10>;
+  for (DWORD state = SERVICE_STOPPED; state <= SERVICE_PAUSED; ++state) {
+    record[9] = 99;
+    sql("UPDATE services SET (controls_accepted, win32_exit_code, service_specific_exit_code,"
+        " checkpoint, wait_hint, process_id, service_flags, current_state) ="
+        " (11, 12, 13, 14, 15, 16, 17, " +
+        std::to_string(state) + ")");
+    play("query a; set process_id=8,checkpoint=10");
     EXPECT_EQ(record, (Record{0x10, state, 11, 12, 13, 14, 15, 16, 17, 99}));
-    record[7] = 8;
-    const BOOL stopped = ControlService(service, 1, reinterpret_cast<SERVICE_STATUS*>(bytes));
-    EXPECT_EQ(stopped != FALSE, state == SERVICE_RUNNING || state == SERVICE_PAUSED) << state;
-    EXPECT_EQ(record, stopped ? (Record{0x10, SERVICE_STOPPED, 0, 0, 0, 0, 0, 8, 17, 99})
-                              : (Record{0x10, state, 11, 12, 13, 14, 15, 8, 17, 99}));
-    EXPECT_EQ(sql("SELECT process_id, service_flags FROM services"), stopped ? "0|0\n" : "16|17\n");
+    const bool stops = state == SERVICE_RUNNING || state == SERVICE_PAUSED;
+    play(stops ? "stop a; left svc|0|0|0" : "!stop a; left svc|0|8|17");
+    EXPECT_EQ(record, stops ? (Record{0x10, SERVICE_STOPPED, 0, 0, 0, 0, 0, 16, 17, 99})
+                            : (Record{0x10, state, 11, 12, 13, 10, 15, 16, 17, 99}));
   }
-  sql("UPDATE services SET current_state = 4, wait_hint = 4294967296");
-  EXPECT_EQ(try_all(service) & 1, 0);
-  sql("UPDATE services SET current_state = 4");
-  EXPECT_FALSE(ControlService(service, 2, reinterpret_cast<SERVICE_STATUS*>(bytes)));
-  EXPECT_TRUE(CloseServiceHandle(service));
+  play("set current_state=0; !query a; set current_state=8; !query a");
+  play("set current_state=4; !stop a 2; set wait_hint=4294967296; !query a");
 }
 
 TEST_F(Services, DeletedServiceGoesWithItsLastHandle) {
-  SC_HANDLE first = create(manager, "svc", "Display");
-  SC_HANDLE second = open("svc");
-  EXPECT_TRUE(DeleteService(first));
-  EXPECT_EQ(try_all(second), 1);
-  EXPECT_FALSE(install("SVC") || install("other", "display"));
-  EXPECT_TRUE(CloseServiceHandle(first) && CloseServiceHandle(open("svc")));
-  EXPECT_EQ(sql("SELECT name, delete_pending FROM services"), "svc|1\n");
-  EXPECT_TRUE(CloseServiceHandle(second));
-  EXPECT_EQ(sql("SELECT count(*) FROM services"), "0\n");
-  EXPECT_TRUE(succeeded(start([this] {  // with locks of its own
-    return CloseServiceHandle(manager) != FALSE && install("svc", "Display");
-  })));
+  play(R"(create a svc Display; open b svc; delete a; query b; !stop b; !describe b x; !delete b;
+      !create x SVC; !create x other display; close a; open a svc; close a; left svc|1|0|0; close b;
+      left)");
+  // Another process has locks of its own.
+  EXPECT_TRUE(succeeded(start_playing("close m; manager m; create a svc Display")));
+  // It finds the place free of a marked service in whose stead another one was created.
+  play("create a last; close a; set delete_pending=1; create a svc; close a");
+  EXPECT_TRUE(succeeded(start_playing(
+      "close m; manager m; !open a last; open a svc; delete a; close a; left; create a x")));
 }
 
-TEST_F(ServiceFixture, OtherProcessesKeepAMarkedServiceUntilTheyEnd) {
-  int ready[2];
-  int go[2];
-  ASSERT_EQ(pipe(ready) + pipe(go), 0);
-  char byte = 0;
-  for (const bool creates : {false, true}) {  // in the place of a marked service that nobody holds
-    ASSERT_TRUE(install("svc"));
-    if (creates) sql("UPDATE services SET delete_pending = 1");
-    const pid_t holder = start([&] {
-      SC_HANDLE manager = open_manager();
-      SC_HANDLE held = creates ? create(manager, "SVC") : OpenServiceA(manager, "SVC", DELETE);
-      return write(ready[1], "r", 1) == 1 && read(go[0], &byte, 1) == 1 && held != nullptr;
-    });
-    ASSERT_EQ(read(ready[0], &byte, 1), 1);
-    SC_HANDLE manager = open_manager();
-    for (const bool first : {true, false}) {
-      SC_HANDLE service = OpenServiceA(manager, "svc", SERVICE_ALL_ACCESS);
-      EXPECT_EQ(DeleteService(service) != FALSE, first);
-      EXPECT_TRUE(CloseServiceHandle(service));
-    }
-    EXPECT_FALSE(install("svc"));
-    EXPECT_EQ(write(go[1], "g", 1), 1);
+TEST_F(Services, OtherProcessesKeepAMarkedServiceUntilTheyEnd) {
+  for (const char* opens : {"open a SVC 0x10000; wait", "create a SVC; wait"}) {
+    play("create a svc; close a");
+    if (*opens == 'c') play("set delete_pending=1");  // nobody holds it: it makes room
+    const pid_t holder = start_playing(std::string("close m; manager m;") + opens);
+    EXPECT_EQ(waitpid(holder, nullptr, WUNTRACED), holder);
+    play("open a svc; delete a; close a; open a svc; !delete a; close a; !create a svc");
+    kill(holder, SIGCONT);
     EXPECT_TRUE(succeeded(holder));  // it closed nothing
-    EXPECT_EQ(OpenServiceA(manager, "svc", SERVICE_ALL_ACCESS), nullptr);
-    EXPECT_EQ(sql("SELECT count(*) FROM services"), "0\n");
-    EXPECT_TRUE(CloseServiceHandle(manager));
+    play("!open a svc; left");
   }
-  for (const int file : {ready[0], ready[1], go[0], go[1]}) close(file);
 }
 
-TEST_F(ServiceFixture, UserWithoutRightsMayOnlyLook) {
-  ASSERT_TRUE(install("svc"));
+TEST_F(Services, UserWithoutRightsMayOnlyLook) {
+  play("create a svc; close a; close m");
   const std::string folder = directory.path("state");
   chmod(directory.path("").c_str(), 0755);
-  const struct { mode_t folder, file; } rows[] = {{0555, 0444}, {0777, 0444}, {0555, 0666}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(chmod(folder.c_str(), row.folder) + chmod(path.c_str(), row.file), 0);
-    EXPECT_TRUE(succeeded(start([] {
-      return as_user([] {
-        SC_HANDLE reader = open_manager(SC_MANAGER_CONNECT);
-        return open_manager() == nullptr && OpenServiceA(reader, "svc", DELETE) == nullptr &&
-               OpenServiceA(reader, "svc", SERVICE_QUERY_STATUS) != nullptr;
-      });
-    }))) << row.folder
-         << ' ' << row.file;
+  const mode_t modes[][2] = {{0555, 0444}, {0777, 0444}, {0555, 0666}};
+  for (const auto& [folder_mode, file_mode] : modes) {
+    EXPECT_EQ(chmod(folder.c_str(), folder_mode) + chmod(path.c_str(), file_mode), 0);
+    EXPECT_TRUE(succeeded(
+        start_playing("user; !manager a; manager m 1; !open a svc 0x10000; open a svc 0x4")));
   }
   chmod(folder.c_str(), 0755);
   std::ofstream(path) << std::string(5000, 'x');
-  EXPECT_FALSE(install("svc"));
+  play("!manager m");
 }
 
-TEST_F(ServiceFixture, DatabaseLiesWhereTheUserKeepsState) {
-  const struct {
-    const char *chosen, *state, *home, *path;
-  } rows[] = {{"/a/b.db", "/s", "/h", "/a/b.db"},
-              {":memory:", "/s", "/h", "./:memory:"},
-              {"", "/s", "/h", "/s/svcinst/services.db"},
-              {"", "relative", "/h", "/h/.local/state/svcinst/services.db"},
-              {"", "", "", ""}};
+TEST_F(Services, DatabaseLiesWhereTheUserKeepsState) {
+  const char* const rows[][4] = {{"/a/b.db", "/s", "/h", "/a/b.db"},
+                                 {":memory:", "/s", "/h", "./:memory:"},
+                                 {"", "/s", "/h", "/s/svcinst/services.db"},
+                                 {"", "relative", "/h", "/h/.local/state/svcinst/services.db"},
+                                 {"", "", "", ""}};
   for (const auto& row : rows) {
     EXPECT_TRUE(succeeded(start([&] {
-      setenv("SVCINST_DATABASE", row.chosen, 1);
-      setenv("XDG_STATE_HOME", row.state, 1);
-      setenv("HOME", row.home, 1);
-      const bool root_path = geteuid() != 0 || row.chosen[0] != '\0' ||
-                             database_path() == "/var/lib/svcinst/services.db";
-      return root_path && as_user([&] { return database_path() == row.path; });
-    }))) << row.path;
+      setenv("SVCINST_DATABASE", row[0], 1);
+      setenv("XDG_STATE_HOME", row[1], 1);
+      setenv("HOME", row[2], 1);
+      const std::string of_root = *row[0] == '\0' ? "/var/lib/svcinst/services.db" : row[3];
+      EXPECT_EQ(database_path(), geteuid() == 0 ? of_root : row[3]);
+      play("user");
+      return database_path() == row[3] && !HasFailure();
+    }))) << row[3];
   }
 }
 

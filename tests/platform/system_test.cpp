@@ -13,6 +13,7 @@
 #include "platform/code_page_api.h"
 #include "platform/process_api.h"
 #include "platform/socket_api.h"
+#include "tests/support/peer.h"
 
 namespace svcinst {
 namespace {
@@ -80,10 +81,8 @@ TEST(CodePage, WindowsConventions) {
               {1252, 0, "abc", 3, wide, 4, 0},      {CP_UTF8, 1, "abc", 3, wide, 4, 0},
               {CP_UTF8, 0, nullptr, 3, wide, 4, 0}, {CP_UTF8, 0, "abc", 3, nullptr, 4, 0},
               {CP_UTF8, 0, "abc", 3, wide, -1, 0}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(MultiByteToWideChar(row.page, row.flags, row.text, row.length, row.wide, row.size),
-              row.result);
-  }
+  for (const auto& [page, flags, text, length, to, size, result] : rows)
+    EXPECT_EQ(MultiByteToWideChar(page, flags, text, length, to, size), result);
   EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"abc", -1, narrow, 4, nullptr, nullptr), 4);
   EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"abc", 3, narrow, 4, "?", nullptr), 0);
   EXPECT_EQ(WideCharToMultiByte(1252, 0, L"abc", 3, narrow, 4, nullptr, nullptr), 0);
@@ -111,17 +110,11 @@ TEST(Clock, LocalTimeIsTheZonesTime) {
     GetLocalTime(&local);
     clock_gettime(CLOCK_REALTIME, &after);
   } while (before.tv_sec != after.tv_sec);
-  tm fields{local.wSecond,
-            local.wMinute,
-            local.wHour,
-            local.wDay,
-            local.wMonth - 1,
-            local.wYear - 1900,
-            0,
-            0,
-            0,
-            0,
-            nullptr};
+  tm fields{};
+  char text[40];
+  std::snprintf(text, sizeof text, "%d-%d-%d %d:%d:%d", local.wYear, local.wMonth, local.wDay,
+                local.wHour, local.wMinute, local.wSecond);
+  EXPECT_NE(strptime(text, "%Y-%m-%d %T", &fields), nullptr);
   EXPECT_EQ(timegm(&fields), before.tv_sec + 19'800);
   EXPECT_EQ(local.wDayOfWeek, fields.tm_wday);
   EXPECT_GE(local.wMilliseconds, before.tv_nsec / 1'000'000);
@@ -137,25 +130,16 @@ TEST(Process, KernelsIdsAndNoConsole) {
 
 class Sockets : public testing::Test {
  protected:
-  Sockets() {
-    static_cast<void>(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address));
-    listen(listener, 1);
-    socklen_t size = sizeof address;
-    getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
-  }
-  ~Sockets() override {
-    closesocket(listener);
-    closesocket(client);
-  }
+  Sockets() { listen(listener.handle, 1); }
+  ~Sockets() override { closesocket(client); }
   int connect_client() {
     u_long mode = 1;
     ioctlsocket(client, FIONBIO, &mode);
-    return connect(client, reinterpret_cast<const sockaddr*>(&address),
-                   static_cast<int>(sizeof address));
+    return connect(client, reinterpret_cast<const sockaddr*>(&listener.address),
+                   int{sizeof listener.address});
   }
 
-  sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
-  SOCKET listener = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+  const Peer listener{SOCK_STREAM};
   SOCKET client = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
 };
 
@@ -172,7 +156,7 @@ TEST_F(Sockets, ConnectsWithoutBlockingAndSendsAll) {
   EXPECT_EQ(select(client + 1, nullptr, &writers, nullptr, &limit), 1);
   u_long mode = 0;
   ioctlsocket(client, FIONBIO, &mode);
-  const SOCKET peer = accept(listener, nullptr, nullptr);
+  const SOCKET peer = listener.accept_one();
   const std::string text(8 << 20, 'x');  // more than the system's buffers take
   if (fork() == 0) {
     closesocket(client);  // so that the end of the parent's ends the reading
@@ -189,7 +173,7 @@ TEST_F(Sockets, ConnectsWithoutBlockingAndSendsAll) {
 TEST_F(Sockets, PeerThatHasGoneKillsNobody) {
   std::signal(SIGPIPE, SIG_DFL);
   connect_client();
-  closesocket(accept(listener, nullptr, nullptr));
+  closesocket(listener.accept_one());
   int sent = 0;
   for (int i = 0; i < 100 && sent != SOCKET_ERROR; ++i) sent = send(client, "x", 1, 0);
   EXPECT_EQ(sent, SOCKET_ERROR);
@@ -199,10 +183,10 @@ TEST_F(Sockets, SelectWaitsThroughSignals) {
   send_signals(1000);
   fd_set readers;
   FD_ZERO(&readers);
-  FD_SET(listener, &readers);
+  FD_SET(listener.handle, &readers);
   const TIMEVAL limit{0, 30'000};
   const std::int64_t start = monotonic_nanoseconds();
-  EXPECT_EQ(select(listener + 1, &readers, nullptr, nullptr, &limit), 0);
+  EXPECT_EQ(select(listener.handle + 1, &readers, nullptr, nullptr, &limit), 0);
   EXPECT_GE(monotonic_nanoseconds() - start, 30'000'000);
   send_signals(0);
 }
