@@ -4,6 +4,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
@@ -98,6 +99,8 @@ TEST(Clock, SleepOutlastsSignals) {
   send_signals(0);
   EXPECT_GE(end - start, 30'000'000);
   EXPECT_LT(GetTickCount() - static_cast<DWORD>(end / 1'000'000), 20'000U);  // milliseconds
+  const std::chrono::nanoseconds now = std::chrono::steady_clock::now().time_since_epoch();
+  EXPECT_LT(static_cast<std::uint64_t>(now.count() - end), 20'000'000'000U);
 }
 
 TEST(Clock, LocalTimeIsTheZonesTime) {
