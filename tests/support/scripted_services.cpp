@@ -174,8 +174,8 @@ BOOL DeleteService(SC_HANDLE service) {
 }
 
 BOOL CloseServiceHandle(SC_HANDLE handle) {
+  const BOOL closed = record("CloseServiceHandle", handle);
   Handle* known = find(handle);
-  if (record("CloseServiceHandle", handle) == FALSE || known == nullptr) return FALSE;
-  known->open = false;
-  return TRUE;
+  if (known != nullptr) known->open = false;  // even if it failed: nothing is to use it any more
+  return closed;
 }
