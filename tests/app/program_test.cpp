@@ -60,7 +60,6 @@ std::vector<ScriptedStatus> statuses(const std::string& notation) {
 void restart(const std::string& notation, int failing_call = 0) {
   reset_scripted_services();
   scripted_clock().tick_count = 0xFFFFFF00;
-  scripted_clock().record_local_time = true;
   scripted_services().statuses = statuses(notation);
   scripted_services().failing_call = failing_call;
 }

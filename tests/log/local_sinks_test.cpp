@@ -44,7 +44,8 @@ TEST_F(LogTest, MovesToAnotherConsoleAndToNone) {
   EXPECT_EQ(log_info("b"), 44);
   EXPECT_EQ(written_by([] { log_it("c"); }), "c");
   EXPECT_EQ(console.bytes(), "axx");
-  EXPECT_EQ(call_log(), (std::vector<std::string>{"FreeConsole()", "AttachConsole(7)"}));
+  EXPECT_EQ(call_log(),
+            (std::vector<std::string>{"FreeConsole()", "AttachConsole(7)", "GetLocalTime()"}));
 }
 
 TEST_F(LogTest, AppendsToTheFileAsItIs) {

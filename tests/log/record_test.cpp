@@ -67,7 +67,6 @@ TEST_F(LogTest, PadsEachField) {
                "2026-01-01 01:01:01.100|1,234,567,890,123 us =+9,876,543,210 us|0x00000010|" +
                    std::to_string(UINT64_MAX) + "|"}};
   log_settings.cpu = log_settings.thread = log_settings.count = true;
-  scripted_clock().record_local_time = true;
   scripted_clock().nanoseconds = 4'000'000'000'000'000;
   for (const auto& row : rows) {
     call_log().clear();

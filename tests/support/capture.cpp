@@ -3,7 +3,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cstddef>
+#include <fstream>
+#include <iterator>
 #include <random>
 
 namespace svcinst {
@@ -40,14 +41,8 @@ std::string CapturedStdout::bytes(bool flush_first) const {
 }
 
 std::string file_bytes(const std::string& path) {
-  std::string bytes;
-  std::FILE* file = std::fopen(path.c_str(), "rb");
-  if (file == nullptr) return bytes;
-  char piece[4096];
-  for (std::size_t count = 0; (count = std::fread(piece, 1, sizeof piece, file)) > 0;)
-    bytes.append(piece, count);
-  std::fclose(file);
-  return bytes;
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace svcinst

@@ -1,15 +1,12 @@
 #include "tests/support/scripted_clock.h"
 
+#include <utility>
+
 namespace svcinst {
 
 ScriptedClock& scripted_clock() {
   static ScriptedClock clock;
   return clock;
-}
-
-void advance(DWORD milliseconds) {
-  scripted_clock().tick_count += milliseconds;
-  scripted_clock().nanoseconds += std::int64_t{milliseconds} * 1'000'000;
 }
 
 std::vector<std::string>& call_log() {
@@ -24,9 +21,7 @@ void reset_scripted_clock() {
 
 std::int64_t monotonic_nanoseconds() {
   ScriptedClock& clock = scripted_clock();
-  const std::int64_t now = clock.nanoseconds;
-  clock.nanoseconds += clock.nanoseconds_read;
-  return now;
+  return std::exchange(clock.nanoseconds, clock.nanoseconds + clock.nanoseconds_read);
 }
 
 }  // namespace svcinst
@@ -40,12 +35,12 @@ DWORD GetTickCount() {
 
 void Sleep(DWORD milliseconds) {
   call_log().push_back("Sleep(" + std::to_string(milliseconds) + ")");
-  svcinst::advance(milliseconds);
+  scripted_clock().tick_count += milliseconds;
 }
 
 void GetLocalTime(LPSYSTEMTIME time) {
   *time = scripted_clock().local_time;
-  if (scripted_clock().record_local_time) call_log().emplace_back("GetLocalTime()");
+  call_log().emplace_back("GetLocalTime()");
 }
 
 DWORD GetCurrentProcessId() {

@@ -16,7 +16,6 @@ struct ScriptedClock {
   std::int64_t nanoseconds = 0;  // for monotonic_nanoseconds
   std::int64_t nanoseconds_read = 0;  // how far each reading of `nanoseconds` moves it afterwards
   SYSTEMTIME local_time = {2024, 5, 1, 6, 7, 8, 9, 10};  // 6 May, 07:08:09.010; nothing moves it
-  bool record_local_time = false;  // leaves a line "GetLocalTime()" for each reading of it
   DWORD process_id = 4711;
   DWORD thread_id = 0x1A2C;
 };
@@ -24,11 +23,9 @@ struct ScriptedClock {
 /// What the calls answer; change it at will.
 ScriptedClock& scripted_clock();
 
-/// Moves `tick_count` and `nanoseconds` forward.
-void advance(DWORD milliseconds);
-
-/// One line a call, in order: "Sleep(1000)", "FreeConsole()", "AttachConsole(7)", and the calls of
-/// other scripted parts. The other functions of the clock and the process leave no line.
+/// One line a call, in order: "Sleep(1000)", "GetLocalTime()", "FreeConsole()", "AttachConsole(7)",
+/// and the calls of other scripted parts. The other functions of the clock and the process leave
+/// none.
 std::vector<std::string>& call_log();
 
 /// Sets the clock back to its defaults and empties the log.
