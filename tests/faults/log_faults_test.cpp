@@ -86,9 +86,11 @@ TEST_F(LogFaults, SinksThatFailChangeNothing) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
   close(ends[0]);
-  dup2(ends[1], STDOUT_FILENO);  // nobody reads it
-  close(ends[1]);
-  log_records('x');
+  for (const int output : {ends[1], open("/dev/null", O_RDONLY)}) {  // unread, and not writable
+    dup2(output, STDOUT_FILENO);
+    close(output);
+    log_records('x');
+  }
   set_log2file("/dev/full", 9);
   log_records('x');
   const Peer tcp(SOCK_STREAM);
