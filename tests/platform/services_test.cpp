@@ -45,9 +45,10 @@ class Services : public ServiceFixture {
     std::string three = "null";
     words >> call >> letter >> std::quoted(one) >> std::quoted(two) >> std::quoted(three);
     if (call == "set") return sql("UPDATE services SET " + letter).empty();
-    if (call == "left")  // in the database
+    if (call == "left") {  // in the database
       return sql("SELECT name, delete_pending, process_id, service_flags FROM services") ==
              (letter.empty() ? "" : letter + "\n");
+    }
     if (call == "user") return geteuid() != 0 || setuid(65534) == 0;
     if (call == "wait") return raise(SIGSTOP) == 0;
     SC_HANDLE& handle = handles[letter];
@@ -58,18 +59,22 @@ class Services : public ServiceFixture {
     if (call == "close") return CloseServiceHandle(handle);
     if (call == "delete") return DeleteService(handle);
     if (call == "describe") return ChangeServiceConfig2A(handle, number_of(two, 1), &description);
-    if (call == "query")
+    if (call == "stop") return ControlService(handle, number_of(one, 1), status);
+    if (call == "query") {
       return QueryServiceStatusEx(handle, SC_STATUS_PROCESS_INFO, bytes, number_of(one, 36),
                                   &needed);
-    if (call == "stop") return ControlService(handle, number_of(one, 1), status);
-    if (call == "manager")
+    }
+    if (call == "manager") {
       handle = OpenSCManagerA(nullptr, nullptr, number_of(one, SC_MANAGER_ALL_ACCESS));
-    if (call == "open")
+    } else if (call == "open") {
       handle = OpenServiceA(handles["m"], text, number_of(two, SERVICE_ALL_ACCESS));
-    if (call == "create")
+    } else if (call == "create") {
       handle = CreateServiceA(handles["m"], text, two == "null" ? nullptr : two.c_str(),
                               number_of(three, SERVICE_ALL_ACCESS), 0x10, 2, 1, "C:\\\xFF x",
                               nullptr, nullptr, "Tcp\0Afd\0\0(not read)", ".\\user", nullptr);
+    } else {
+      ADD_FAILURE() << call;
+    }
     opened.push_back(handle);
     return handle != nullptr;
   }
