@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "app/service_operations.h"
-#include "tests/grammar/tree_text.h"
 #include "tests/support/capture.h"
+#include "tests/support/check_cases.h"
 #include "tests/support/scripted_services.h"
 
 namespace svcinst {

@@ -9,6 +9,7 @@
 #include "grammar/matcher.h"
 #include "tests/grammar/tree_text.h"
 #include "tests/support/capture.h"
+#include "tests/support/check_cases.h"
 
 namespace svcinst {
 namespace {

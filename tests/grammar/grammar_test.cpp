@@ -7,6 +7,7 @@
 #include "grammar/reader.h"
 #include "tests/grammar/tree_text.h"
 #include "tests/support/capture.h"
+#include "tests/support/check_cases.h"
 
 namespace svcinst {
 namespace {

@@ -1,7 +1,5 @@
-// Trees written as one line of text, and tables of a text and what becomes of it.
+// Trees written as one line of text.
 #pragma once
-
-#include <gtest/gtest.h>
 
 #include <string>
 
@@ -9,18 +7,6 @@
 #include "grammar/match_node.h"
 
 namespace svcinst {
-
-/// `cases` holds "text -> what `outcome` makes of it" any number of times, parted by `separator`.
-template <class Outcome>
-void check_cases(TextView cases, Outcome outcome, TextView separator = " $ ") {
-  for (std::size_t at = 0, end = 0; end < cases.size(); at = end + separator.size()) {
-    end = std::min(cases.find(separator, at), cases.size());
-    const std::string row(cases.substr(at, end - at));
-    const std::size_t arrow = row.rfind(" -> ");
-    ASSERT_NE(arrow, std::string::npos) << row;
-    EXPECT_EQ(outcome(row.substr(0, arrow)), row.substr(arrow + 4)) << row;
-  }
-}
 
 /// Leaves as their text, references as #n, others as TYPE(children).
 inline std::string tree_text(const GrammarNode* node) {

@@ -1,7 +1,9 @@
 // What stands in a record, and which calls make one.
 #include <climits>
+#include <sstream>
 
 #include "tests/log/log_fixture.h"
+#include "tests/support/check_cases.h"
 
 namespace svcinst {
 namespace {
@@ -28,56 +30,35 @@ TEST_F(LogTest, PutsTheEnabledFieldsInFrontOfTheTag) {
   }
 }
 
+// "date, time of day, nanoseconds since the start and since the last record, thread, number ->
+// fields"
 TEST_F(LogTest, PadsEachField) {
-  const struct {
-    SYSTEMTIME time;
-    std::int64_t since_start, since_last;  // nanoseconds
-    DWORD thread;
-    std::uint64_t number;
-    std::string fields;
-  } rows[] = {{{2026, 12, 4, 31, 23, 59, 59, 999},
-               999,
-               0,
-               0,
-               0,
-               "2026-12-31 23:59:59.999|000000000000000 us =+           0 us|0x00000000|   0|"},
-              {{2026, 1, 4, 10, 0, 9, 0, 0},
-               999'999,
-               100'000,
-               0xABC,
-               999,
-               "2026-01-10 00:09:00.000|000000000000999 us =+         100 us|0x00000abc| 999|"},
-              {{987, 10, 4, 1, 10, 10, 10, 5},
-               1'000'000,
-               12'345'000,
-               0xFEDCBA98,
-               9999,
-               "0987-10-01 10:10:10.005|00000000001,000 us =+      12,345 us|0xfedcba98|9999|"},
-              {{12345, 1, 4, 1, 1, 1, 1, 99},
-               123'456'789'012'000,
-               123'456'789'000,
-               10,
-               10000,
-               "12345-01-01 01:01:01.099|123,456,789,012 us =+ 123,456,789 us|0x0000000a|10000|"},
-              {{2026, 1, 4, 1, 1, 1, 1, 100},
-               1'234'567'890'123'000,
-               9'876'543'210'000,
-               16,
-               UINT64_MAX,
-               "2026-01-01 01:01:01.100|1,234,567,890,123 us =+9,876,543,210 us|0x00000010|" +
-                   std::to_string(UINT64_MAX) + "|"}};
   log_settings.cpu = log_settings.thread = log_settings.count = true;
   scripted_clock().nanoseconds = 4'000'000'000'000'000;
-  for (const auto& row : rows) {
-    call_log().clear();
-    scripted_clock().local_time = row.time;
-    scripted_clock().thread_id = row.thread;
-    start_time_ns = scripted_clock().nanoseconds - row.since_start;
-    last_record_time_ns = scripted_clock().nanoseconds - row.since_last;
-    record_counter = row.number;
-    EXPECT_EQ(written_by([] { log_info(""); }), "[" + (row.fields + info_tag));
-    EXPECT_EQ(call_log().size(), 1U) << "the date and the time of day are of one moment";
-  }
+  check_cases(
+      R"(2026-12-31 23:59:59.999 999 0 0 0 -> 2026-12-31 23:59:59.999|000000000000000 us =+           0 us|0x00000000|   0|
+2026-1-10 0:9:0.0 999999 100000 abc 999 -> 2026-01-10 00:09:00.000|000000000000999 us =+         100 us|0x00000abc| 999|
+987-10-1 10:10:10.5 1000000 12345000 fedcba98 9999 -> 0987-10-01 10:10:10.005|00000000001,000 us =+      12,345 us|0xfedcba98|9999|
+12345-1-1 1:1:1.99 123456789012000 123456789000 a 10000 -> 12345-01-01 01:01:01.099|123,456,789,012 us =+ 123,456,789 us|0x0000000a|10000|
+2026-1-1 1:1:1.100 1234567890123000 9876543210000 10 18446744073709551615 -> 2026-01-01 01:01:01.100|1,234,567,890,123 us =+9,876,543,210 us|0x00000010|18446744073709551615|)",
+      [this](const std::string& values) {
+        ScriptedClock& clock = scripted_clock();
+        std::istringstream in(values);
+        char c = 0;
+        in >> clock.local_time.wYear >> c >> clock.local_time.wMonth >> c >> clock.local_time.wDay;
+        in >> clock.local_time.wHour >> c >> clock.local_time.wMinute >> c;
+        in >> clock.local_time.wSecond >> c >> clock.local_time.wMilliseconds;
+        in >> start_time_ns >> last_record_time_ns;
+        in >> std::hex >> clock.thread_id >> std::dec >> record_counter;
+        start_time_ns = clock.nanoseconds - start_time_ns;
+        last_record_time_ns = clock.nanoseconds - last_record_time_ns;
+        call_log().clear();
+        const std::string record = written_by([] { log_info(""); });
+        EXPECT_EQ(call_log().size(), 1U) << "the date and the time of day are of one moment";
+        EXPECT_TRUE(record.ends_with(info_tag)) << record;
+        return record.substr(1, record.size() - info_tag.size() - 1);
+      },
+      "\n");
 }
 
 TEST_F(LogTest, NumbersAndTimesOnlyTheRecordsThatAreMade) {
