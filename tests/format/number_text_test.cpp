@@ -14,6 +14,13 @@
 namespace svcinst {
 namespace {
 
+template <class... Texts>
+std::string joined(const Texts&... texts) {
+  std::string all;
+  (all.append(c_str(texts)).append(" "), ...);
+  return all;
+}
+
 TEST(NumberText, Integers) {
   std::string power = "1";
   for (std::string nines = "9"; nines.size() < 20; nines += '9') {
@@ -21,37 +28,20 @@ TEST(NumberText, Integers) {
     EXPECT_EQ(view(u64_to_dec(std::stoull(nines))), nines);
     power += '0';
   }
-  const ByteString texts[] = {u64_to_dec(0),
-                              u64_to_dec(UINT64_MAX),
-                              u32_to_dec(UINT32_MAX),
-                              u16_to_dec(65535),
-                              u8_to_dec(255),
-                              i64_to_dec(INT64_MIN),
-                              i64_to_dec(INT64_MAX),
-                              i32_to_dec(INT32_MIN),
-                              i32_to_dec(0),
-                              i16_to_dec(-32768),
-                              i16_to_dec(-1),
-                              i8_to_dec(-128),
-                              u64_to_hex(0, false, false),
-                              u64_to_hex(0, true, true),
-                              u64_to_hex(0xABC, true, true),
-                              u64_to_hex(0xABC, false, true),
-                              u64_to_hex(0x1A2C, true, false),
-                              u64_to_hex(0x0123456789ABCDEF, true, false),
-                              u64_to_hex(0xFEDCBA9876543210, false, true),
-                              u32_to_hex(0xFFFFFFFF),
-                              u16_to_hex(0x8000),
-                              u8_to_hex(16),
-                              hex_to_bin(ByteString("0123456789")),
-                              hex_to_bin(ByteString("abcdefAF")),
-                              hex_to_bin(ByteString(""))};
-  std::string joined;
-  for (const ByteString& text : texts) joined.append(c_str(text)).append(" ");
-  EXPECT_EQ(joined,
-            "0 18446744073709551615 4294967295 65535 255 -9223372036854775808 9223372036854775807 "
-            "-2147483648 0 -32768 -1 -128 "
-            "0 00 0ABC ABC 1a2c 0123456789abcdef FEDCBA9876543210 ffffffff 8000 10 "
+  EXPECT_EQ(
+      joined(u64_to_dec(0), u64_to_dec(UINT64_MAX), u32_to_dec(UINT32_MAX), u16_to_dec(65535),
+             u8_to_dec(255), i64_to_dec(INT64_MIN), i64_to_dec(INT64_MAX), i32_to_dec(INT32_MIN),
+             i32_to_dec(0), i16_to_dec(-32768), i16_to_dec(-1), i8_to_dec(-128)),
+      "0 18446744073709551615 4294967295 65535 255 -9223372036854775808 9223372036854775807 "
+      "-2147483648 0 -32768 -1 -128 ");
+  EXPECT_EQ(joined(u64_to_hex(0, false, false), u64_to_hex(0, true, true),
+                   u64_to_hex(0xABC, true, true), u64_to_hex(0xABC, false, true),
+                   u64_to_hex(0x1A2C, true, false), u64_to_hex(0x0123456789ABCDEF, true, false),
+                   u64_to_hex(0xFEDCBA9876543210, false, true), u32_to_hex(0xFFFFFFFF),
+                   u16_to_hex(0x8000), u8_to_hex(16)),
+            "0 00 0ABC ABC 1a2c 0123456789abcdef FEDCBA9876543210 ffffffff 8000 10 ");
+  EXPECT_EQ(joined(hex_to_bin(ByteString("0123456789")), hex_to_bin(ByteString("abcdefAF")),
+                   hex_to_bin(ByteString(""))),
             "0000000100100011010001010110011110001001 10101011110011011110111110101111  ");
   for (const char* text : {"G", "g", "/", ":", "@", "`", "1x2", "12 ", "\xB1"})
     EXPECT_EQ(view(hex_to_bin(ByteString(text))), "") << text;
@@ -70,11 +60,11 @@ TEST(NumberText, ZerosInFront) {
 
 // The exact value is rounded, and a tie to the even digit.
 TEST(NumberText, Doubles) {
-  std::string joined;
+  std::string texts;
   for (const double value :
        {0.0078125, 0.0234375, 0.9999995, 5e-7, 5.0000001e-7, 1e-300, 0x1p53 + 2, -0x1p63})
-    joined.append(c_str(double_to_text(value))).append(" ");
-  EXPECT_EQ(joined,
+    texts += joined(double_to_text(value));
+  EXPECT_EQ(texts,
             "0.007812 0.023438 1.000000 0.000000 0.000001 0.000000 9007199254740994.000000 "
             "-9223372036854775808.000000 ");
   // Bit patterns as they come; every other one is moved to where the text has digits of both kinds.
