@@ -199,49 +199,36 @@ TEST(Program, CutsTheDescription) {
   }
 }
 
+// "checkpoint/wait hint of the caller's record, statuses -> whether it settles, story". Time runs
+// out before the state is looked at; a checkpoint that moves on puts that off.
 TEST(Program, WaitsByTheFirstHintAndTimesOutByTheLatest) {
-  const struct {
-    const char* known;  // the caller's record on entry
-    const char* statuses;
-    bool settled;
-    DWORD interval;
-    int polls;
-  } rows[] = {
-      {"e0/9999", "R", true, 1000, 0},
-      {"e0/10010", "P", true, 1001, 0},
-      {"e0/99999", "P", true, 9999, 0},
-      {"e0/200000", "s", true, 10000, 0},
-      // Time runs out before the state is looked at.
-      {"s", "e s0/2000", true, 1000, 1},
-      {"s", "e s0/1999", false, 1000, 1},
-      {"s", "e e0/2000", false, 1000, 2},
-      // A checkpoint that moves on puts the time-out off.
-      {"s", "e1 e1 e2 e2", false, 1000, 3},
-      {"e5", "e5 e5", false, 1000, 1},
-      {"e5", "e4 e6 e6/2999", false, 1000, 2},
-      {"s", "b c1 p2 03 84 s5", true, 1000, 5},
-  };
-  for (const auto& row : rows) {
-    restart(row.statuses);
-    const std::string interval = std::to_string(row.interval);
-    const std::string sleep = row.interval == 1000 ? " wait" : " Sleep(" + interval + ")";
-    std::string expected = std::to_string(row.settled ? 1 : 0) + " M S q" + sleep;
-    for (int poll = 0; poll < row.polls; ++poll) expected += sleep + " q";
-    expected += row.settled ? " s m" : " s m <Timeout waiting for the service 'svc' to stop!$>";
-    EXPECT_EQ(story_of([&row] {
-                ServiceHandle manager(OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS));
-                ServiceHandle service(OpenServiceA(manager.get(), "svc", SERVICE_ALL_ACCESS));
-                SERVICE_STATUS_PROCESS status{};
-                status.dwCheckPoint = statuses(row.known)[0].checkpoint;
-                status.dwWaitHint = statuses(row.known)[0].wait_hint;
-                const bool settled =
-                    wait_service_settled(ByteString("svc"), manager, service, status);
-                EXPECT_EQ(status.dwCurrentState, statuses(row.statuses).back().state);
-                EXPECT_TRUE(!service == !settled && !manager == !settled);
-                return settled ? 1 : 0;
-              }),
-              expected);
-  }
+  check_cases(R"(e0/9999 R -> 1 M S q wait s m
+e0/10010 P -> 1 M S q Sleep(1001) s m
+e0/99999 P -> 1 M S q Sleep(9999) s m
+e0/200000 s -> 1 M S q Sleep(10000) s m
+s e s0/2000 -> 1 M S q wait wait q s m
+s e s0/1999 -> 0 M S q wait wait q s m <Timeout waiting for the service 'svc' to stop!$>
+s e e0/2000 -> 0 M S q wait wait q wait q s m <Timeout waiting for the service 'svc' to stop!$>
+s e1 e1 e2 e2 -> 0 M S q wait wait q wait q wait q s m <Timeout waiting for the service 'svc' to stop!$>
+e5 e5 e5 -> 0 M S q wait wait q s m <Timeout waiting for the service 'svc' to stop!$>
+e5 e4 e6 e6/2999 -> 0 M S q wait wait q wait q s m <Timeout waiting for the service 'svc' to stop!$>
+s b c1 p2 03 84 s5 -> 1 M S q wait wait q wait q wait q wait q wait q s m)",
+              [](const std::string& words) {
+                restart(words.substr(words.find(' ')));
+                return story_of([known = statuses(words)[0], last = statuses(words).back()] {
+                  ServiceHandle manager(OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS));
+                  ServiceHandle service(OpenServiceA(manager.get(), "svc", SERVICE_ALL_ACCESS));
+                  SERVICE_STATUS_PROCESS status{};
+                  status.dwCheckPoint = known.checkpoint;
+                  status.dwWaitHint = known.wait_hint;
+                  const bool settled =
+                      wait_service_settled(ByteString("svc"), manager, service, status);
+                  EXPECT_EQ(status.dwCurrentState, last.state);
+                  EXPECT_TRUE(!service == !settled && !manager == !settled);
+                  return settled ? 1 : 0;
+                });
+              },
+              "\n");
 }
 
 }  // namespace
