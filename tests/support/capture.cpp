@@ -4,8 +4,8 @@
 #include <unistd.h>
 
 #include <fstream>
-#include <iterator>
 #include <random>
+#include <sstream>
 
 namespace svcinst {
 
@@ -41,8 +41,9 @@ std::string CapturedStdout::bytes(bool flush_first) const {
 }
 
 std::string file_bytes(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  std::ostringstream bytes;
+  bytes << std::ifstream(path, std::ios::binary).rdbuf();
+  return bytes.str();
 }
 
 }  // namespace svcinst
