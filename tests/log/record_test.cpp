@@ -8,28 +8,6 @@
 namespace svcinst {
 namespace {
 
-TEST_F(LogTest, PutsTheEnabledFieldsInFrontOfTheTag) {
-  const char* const fields[] = {"   7|", "0x00001a2c|", "0000001,234,567 us =+          12 us|",
-                                "2024-05-06 07:08:09.010|"};
-  scripted_clock().nanoseconds = 2'234'567'999;
-  for (unsigned on = 0; on < 16; ++on) {
-    std::string expected = "[";
-    for (int field = 3; field >= 0; --field)
-      if ((on >> field & 1) != 0) expected += fields[field];
-    set_count((on & 1) != 0);
-    set_thread((on & 2) != 0);
-    set_cpu((on & 4) != 0);
-    set_time((on & 8) != 0);
-    start_time_ns = 1'000'000'000;
-    last_record_time_ns = 2'234'555'999;
-    record_counter = 7;
-    int length = 0;
-    const std::string record = written_by([&] { length = log_info("hi %d", 42); });
-    EXPECT_EQ(record, expected + info_tag + "hi 42");
-    EXPECT_EQ(length, static_cast<int>(record.size()));
-  }
-}
-
 // "date, time of day, nanoseconds since the start and since the last record, thread, number ->
 // fields"
 TEST_F(LogTest, PadsEachField) {
