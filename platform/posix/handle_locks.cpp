@@ -23,8 +23,9 @@ bool set_lock(int file, std::int64_t service, short type) {
 
 }  // namespace
 
-HandleLocks::HandleLocks(const std::string& path)
-    : file_(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK)) {
+HandleLocks::HandleLocks(const std::string& path) {
+  claims_.reserve(1);  // closing a handle makes one claim, in destructors too: it needs no memory
+  file_ = open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
   if (file_ < 0) file_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
 }
 

@@ -33,7 +33,7 @@ class HandleLocks {
  private:
   [[nodiscard]] bool held_here(std::int64_t service) const { return holders_.contains(service); }
 
-  int file_;
+  int file_ = -1;
   std::map<std::int64_t, int> holders_;  // of this process, by service
   std::vector<std::int64_t> claims_;
 };

@@ -45,9 +45,15 @@ SC_HANDLE add_handle(Handle handle) {
   return value;
 }
 
-void close_unused_store() {
-  if (handles().open.empty()) handles().store.reset();
-}
+// Lets the store go, at the end of a call, where no handle is left.
+struct StoreUse {
+  StoreUse() = default;
+  StoreUse(const StoreUse&) = delete;
+  StoreUse& operator=(const StoreUse&) = delete;
+  ~StoreUse() {
+    if (handles().open.empty()) handles().store.reset();
+  }
+};
 
 // True when `access` asks for rights that exist and that the user can have.
 bool may_have(const ServiceStore& store, DWORD access, DWORD all_rights, DWORD read_rights) {
@@ -76,12 +82,11 @@ ServiceStore& store() {
 
 SC_HANDLE OpenSCManagerA(LPCSTR machine, LPCSTR database, DWORD access) {
   if (machine != nullptr || database != nullptr) return nullptr;
+  const StoreUse use;
   if (handles().store == nullptr) handles().store = ServiceStore::open();
-  if (handles().store == nullptr) return nullptr;
-  if (!may_have(store(), access, SC_MANAGER_ALL_ACCESS, kManagerReadRights)) {
-    close_unused_store();
+  if (handles().store == nullptr ||
+      !may_have(store(), access, SC_MANAGER_ALL_ACCESS, kManagerReadRights))
     return nullptr;
-  }
   return add_handle({access, 0});
 }
 
@@ -147,9 +152,9 @@ BOOL DeleteService(SC_HANDLE handle) {
 BOOL CloseServiceHandle(SC_HANDLE handle) {
   const auto found = handles().open.find(handle);
   if (found == handles().open.end()) return FALSE;
+  const StoreUse use;
   const std::int64_t service = found->second.service;
   handles().open.erase(found);
   if (service != 0) store().release(service);
-  close_unused_store();
   return TRUE;
 }
