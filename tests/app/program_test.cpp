@@ -141,6 +141,7 @@ TEST(Program, ReadsTheCommandLine) {
 |-i|-n|svc|-b|C:\|-d|x|--desc|it -> 0 M C("svc", "x", "C:\", null) s S("svc", 0x2) = service describe("it") s m
 inst.exe|-i|-n|a|-b|s|-d|x -> 0 M C("a", "x", "\s", null) s m
 D:\inst.exe|-i|-n|a|-b|s|-d|x -> 0 M C("a", "x", "D:\\s", null) s m
+b/i|-i|-n|a|-b|s|-d|x -> 0 M C("a", "x", "b\s", null) s m
 é/i|-i|-n|a|-b|ö|-d|x -> 0 M C("a", "x", "é\ö", null) s m
 |-i|-n|a|-b|C:\~|-d|x -> -1 <The path 'C:\~' is not valid text in the code page for file names (65001)!$>
 ~/i|-i|-n|a|-b|C:\x|-d|x -> -1 <The path '~/i' is not valid text in the code page for file names (65001)!$>

@@ -152,7 +152,7 @@ TEST_F(LogFaults, PeerThatNeverReadsIsWaitedForUntilItGoes) {
   const Peer listener(SOCK_STREAM);
   listen(listener.handle, 1);
   set_log2tcp("127.0.0.1", listener.port);
-  ASSERT_NE(log_settings.tcp_socket, kNoSocket);
+  ASSERT_EQ(fcntl(log_settings.tcp_socket, F_GETFL) & O_NONBLOCK, 0);
   const int peer = listener.accept_one();
   set_max(1'000'000);
   const std::string text(1'000'000, 'x');

@@ -37,9 +37,9 @@ TEST(NumberText, Integers) {
   EXPECT_EQ(joined(u64_to_hex(0, false, false), u64_to_hex(0, true, true),
                    u64_to_hex(0xABC, true, true), u64_to_hex(0xABC, false, true),
                    u64_to_hex(0x1A2C, true, false), u64_to_hex(0x0123456789ABCDEF, true, false),
-                   u64_to_hex(0xFEDCBA9876543210, false, true), u32_to_hex(0xFFFFFFFF),
-                   u16_to_hex(0x8000), u8_to_hex(16)),
-            "0 00 0ABC ABC 1a2c 0123456789abcdef FEDCBA9876543210 ffffffff 8000 10 ");
+                   u64_to_hex(0xFEDCBA9876543210, false, true), u32_to_hex(0xFFFFFFF),
+                   u16_to_hex(0x800), u8_to_hex(8)),
+            "0 00 0ABC ABC 1a2c 0123456789abcdef FEDCBA9876543210 fffffff 800 8 ");
   EXPECT_EQ(joined(hex_to_bin(ByteString("0123456789")), hex_to_bin(ByteString("abcdefAF")),
                    hex_to_bin(ByteString(""))),
             "0000000100100011010001010110011110001001 10101011110011011110111110101111  ");

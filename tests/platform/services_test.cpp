@@ -115,7 +115,7 @@ TEST_F(Services, RowHoldsAllThatWasGiven) {
 TEST_F(Services, NamesAllowedAndTaken) {
   const std::string most(256, 'n');
   std::string wide;
-  for (int i = 0; i < 128; ++i) wide += "😀";  // each counts twice
+  for (int i = 0; i < 128; ++i) wide += "\U00010000";  // each counts twice
   play("create a " + most + "; !create a n" + most + "; create a " + wide + "; !create a x" + wide +
        "; !create a d1 " + most + "; create a d2 d" + most.substr(1) + "; !create a d3 d" + most +
        R"(; create a Spooler "Print Queue"; create a ü ""; !create a "" d; !create a a/b;
@@ -173,9 +173,11 @@ TEST_F(Services, DeletedServiceGoesWithItsLastHandle) {
   // Another process has locks of its own.
   EXPECT_TRUE(succeeded(start_playing("close m; manager m; create a svc Display")));
   // It finds the place free of a marked service in whose stead another one was created.
-  play("create a last; close a; set delete_pending=1; create a svc; close a");
-  EXPECT_TRUE(succeeded(start_playing(
-      "close m; manager m; !open a last; open a svc; delete a; close a; left; create a x")));
+  play(R"(create a one; create b last; close a; close b; set delete_pending=1; create a last;
+      close a)");
+  EXPECT_TRUE(
+      succeeded(start_playing("close m; manager m; !open a svc; !open a one; open a last; delete "
+                              "a; close a; left; create a x")));
 }
 
 TEST_F(Services, OtherProcessesKeepAMarkedServiceUntilTheyEnd) {
