@@ -7,6 +7,7 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
   (void)instance;
   (void)reserved;
   if (reason != DLL_PROCESS_ATTACH) return TRUE;
+  set_cpu(true);
   set_count(true);
   return log_note("%s from the plug-in\n", "hello") > 0;
 }

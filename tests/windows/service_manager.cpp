@@ -33,8 +33,10 @@ void wait_until(const std::function<bool()>& condition) {
 }
 
 std::string messages(const std::string& output) {
-  static const std::regex prefix(R"(\[\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3}\|(\s*\d+\|)?)"
-                                 "\033\\[3[62];40m(info|note)\033\\[0m\\] ");
+  static const std::regex prefix(
+      R"(\[\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3}\|)"
+      R"((?:0{5,6}\d{1,2},\d{3},\d{3} us =\+ *\d{1,2},\d{3},\d{3} us\|)?)"  // one to 99 seconds
+      "(\\s*\\d+\\|)?\033\\[3[62];40m(?:info|note)\033\\[0m\\] ");
   static const std::regex help("install/uninstall a executable file[^]*service description.\r\n");
   const std::string plain = std::regex_replace(output, prefix, "$1");
   return std::regex_replace(plain, help, "HELP");
