@@ -53,7 +53,8 @@ TEST(Read, TerminalsEndAtTheirFirstDelimiter) {
   check(read_dquote_string, "\"\"\" -> \"\" 2 $ \" -> none 7@1");
   check(read_sort_string, "`a` -> `a` 3 $ `a -> none 5@1");
   check(read_integer,
-        "0x1Fg -> 0x1F 4 $ 0XaF9 -> 0XaF9 5 $ 0xZ -> 0 1 1@2 $ 0x -> 0 1 1@2 $ 0 -> 0 1 2@0 $ "
+        "0xfFG -> 0xfF 4 $ 0xag -> 0xa 3 $ 0XaF9 -> 0XaF9 5 $ 0xZ -> 0 1 1@2 $ 0x -> 0 1 1@2 $ 0 "
+        "-> 0 1 2@0 $ "
         "0129: -> 0129 4 2@0 $ x -> none 3@0 $  -> none 3@0");
   const auto identifier = [](auto at, auto, auto& error) { return read_identifier(at, error); };
   check(identifier,
@@ -111,7 +112,7 @@ TEST(Read, NestingPastTheLimitFailsAsAWhole) {
 
 TEST(FindText, FindsTheFirstOffsetWhollyInside) {
   for (const std::uint64_t third : {0U, 1U, 85U, 86U, 100U}) {
-    const std::string needle = std::string(third, 'a') + "b" + std::string(2 * third, 'a');
+    const std::string needle = "d" + std::string(third, 'a') + "b" + std::string(2 * third, 'a');
     for (const std::uint64_t offset : {0U, 1U, 7U, 8U, 300U, 301U, 450U}) {
       const std::string text = std::string(offset, "ca"[offset % 2]) + needle + "aaaa";
       const std::uint64_t last = offset + needle.size() - 1;
@@ -125,6 +126,12 @@ TEST(FindText, FindsTheFirstOffsetWhollyInside) {
   }
 }
 
+MatchNodePtr match_whole(const Grammar& grammar, const std::string& input) {
+  const std::uint64_t remaining = input.size();
+  furthest_failure = nullptr;
+  return match(grammar.start_rule, input.c_str(), remaining, *grammar.rules);
+}
+
 TEST(Grammar, ResolvesNamesBothWaysAndToTheLaterOfTwoRules) {
   check_cases(
       "b = a; a = b, (a | 'x'), {c}; c = ' '; -> 0(1(#0 2(3(#1))) 1(#1 2(3(#0 5(2(3(#1) 3('x'))) "
@@ -133,6 +140,7 @@ TEST(Grammar, ResolvesNamesBothWaysAndToTheLaterOfTwoRules) {
       "a='x'; b=a; a='y'; c=c; -> 0(1(#2 2(3('x'))) 1(#1 2(3(#2))) 1(#2 2(3('y'))) 1(#3 2(3(#3))))",
       [](const std::string& text) { return tree_text(Grammar(text).root.get()); });
   EXPECT_EQ(second_child(*Grammar("a='x';").root), nullptr);
+  EXPECT_EQ(match_whole(Grammar("broken"), "x"), nullptr);
   EXPECT_TRUE(NameLess()("\x80", "a"));
   std::string names;
   for (std::uint16_t type = 0; type <= kNodeTypeCount; ++type)
@@ -143,12 +151,6 @@ TEST(Grammar, ResolvesNamesBothWaysAndToTheLaterOfTwoRules) {
             "range_string any_char digit_hex integer_dec integer_hex integer identifier "
             "nonwhitespace digit alphabet identifier_chars nonascii_chars ascii all_chars "
             "whitespace comment multiline_comment unuse_string  repeat >= 1  ");
-}
-
-MatchNodePtr match_whole(const Grammar& grammar, const std::string& input) {
-  const std::uint64_t remaining = input.size();
-  furthest_failure = nullptr;
-  return match(grammar.start_rule, input.c_str(), remaining, *grammar.rules);
 }
 
 TEST(Grammar, ReportsEachUseOfAnUnknownNameAndWorksWithoutIt) {
@@ -189,7 +191,8 @@ TEST(Match, TestsEachTerminalAndRecordsItsFailures) {
       "65~0x5A: A -> 'A' $ : Z -> 'Z' $ : [ -> none@0 $ : @ -> none@0 $ 0~9:  -> none $ "
       ": \377 -> none@0 $ 0x80~0x10FFFF: \303\251 -> '\303\251' $ .: \377 -> '\377' $ :  -> none $ "
       ": \342\202\254! -> '\342\202\254' $ : \342\202 -> '\342' $ !'\"': x -> 'x'@0 $ "
-      ": \" -> none@0 $ :  -> none@0 $ : \303\251 -> '\303\251'@0 $ !!'x': x -> 'x'@0 $ "
+      ": \" -> none@0 $ :  -> none@0 $ !'a'~'b': b -> none@0 $ : c -> 'c'@0 $ : \303\251 -> "
+      "'\303\251'@0 $ !!'x': x -> 'x'@0 $ "
       "'x',!.: xy -> none@1"sv);
 }
 
@@ -263,6 +266,9 @@ TEST(Match, ReportsNodesThatNothingCanMatch) {
   first_child(*first_child(*second_child(*grammar.start_rule)))->type = NodeType::integer;
   EXPECT_EQ(match_whole(grammar, "a"), nullptr);
   EXPECT_EQ(captured.bytes(), "unkown type with type = 18\n");
+  const Grammar reserved("s=('a');");
+  first_child(*first_child(*second_child(*reserved.start_rule)))->type = NodeType::meta_definition;
+  EXPECT_NE(match_whole(reserved, "a"), nullptr);
 }
 
 }  // namespace

@@ -73,7 +73,7 @@ TEST_F(LogTest, WritesTheLevelsFromTheLowestOneOn) {
     set_mini_level(lowest);
     for (int level = 0; level < 5; ++level) {
       const bool written = level >= lowest;
-      EXPECT_EQ(written_by([&] { EXPECT_EQ(kCalls[level]("m"), written ? 20 : 0); }),
+      EXPECT_EQ(written_by([&] { EXPECT_EQ(kCalls[level]("%c", 'm'), written ? 20 : 0); }),
                 written ? records[level] : "");
     }
     EXPECT_EQ(written_by([] { log_it("m"); }), "m");
