@@ -99,7 +99,7 @@ TEST(Directive, UnfinishedOrUnknownPrintsNothingAndTakesNothing) {
   for (const char* const rest :
        {"", "-", "+", "0", "#", " ", "*", ".", ".*", "5.", "hh", "ll", "L", "z", "j", "t", "*.*ll"})
     expects("a", "a%"s + rest);
-  expects("8", "%o%e%E%a%A%g%G%n%w%D%5.2o%Le%hg%\x80%d", 8, 9);
+  expects("8", "%o%e%E%a%A%g%G%n%w%D%5.2o%5:%.5:%Le%hg%\x80%d", 8, 9);
   expects("|%9|1.500000", "%*o%.*q|%*.*%%d|%e%f", 7, 8, 7, 8, 9, 1.5);
 }
 
