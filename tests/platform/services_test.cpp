@@ -186,6 +186,7 @@ TEST_F(Services, OtherProcessesKeepAMarkedServiceUntilTheyEnd) {
     if (*opens == 'c') play("set delete_pending=1");  // nobody holds it: it makes room
     const pid_t holder = start_playing(std::string("close m; manager m;") + opens);
     EXPECT_EQ(waitpid(holder, nullptr, WUNTRACED), holder);
+    play("create b other; delete b; close b; !open b other");
     play("open a svc; delete a; close a; open a svc; !delete a; close a; !create a svc");
     kill(holder, SIGCONT);
     EXPECT_TRUE(succeeded(holder));  // it closed nothing
