@@ -1,17 +1,38 @@
 // What a test catches and cleans up: the process's standard output and a directory for its files.
 #pragma once
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
 #include <string>
 
 namespace svcinst {
 
+/// The bytes of a file; empty when there is none.
+inline std::string file_bytes(const std::string& path) {
+  std::ostringstream bytes;
+  bytes << std::ifstream(path, std::ios::binary).rdbuf();
+  return bytes.str();
+}
+
 /// A new empty directory that goes, with all that is in it, together with this object.
 class TempDirectory {
  public:
-  TempDirectory();
-  ~TempDirectory();
+  TempDirectory() {
+    do {
+      directory_ = std::filesystem::temp_directory_path() /
+                   ("svcinst-" + std::to_string(std::random_device()()));
+    } while (!std::filesystem::create_directory(directory_));
+  }
+  ~TempDirectory() {
+    std::error_code ignored;
+    std::filesystem::remove_all(directory_, ignored);
+  }
   TempDirectory(const TempDirectory&) = delete;
   TempDirectory& operator=(const TempDirectory&) = delete;
   [[nodiscard]] std::string path(const std::string& name) const {
@@ -22,24 +43,32 @@ class TempDirectory {
   std::filesystem::path directory_;
 };
 
-/// While it lives, file descriptor 1 is a temporary file. Give the output up at the end of a test's
-/// scope only: one object at a time.
+/// While it lives, file descriptor 1 is a temporary file. One object at a time.
 class CapturedStdout {
  public:
-  CapturedStdout();
-  ~CapturedStdout();
+  CapturedStdout() {
+    std::fflush(stdout);
+    const int file = open(path_.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
+    dup2(file, STDOUT_FILENO);
+    close(file);
+  }
+  ~CapturedStdout() {
+    std::fflush(stdout);
+    dup2(old_descriptor_, STDOUT_FILENO);
+    close(old_descriptor_);
+  }
   CapturedStdout(const CapturedStdout&) = delete;
   CapturedStdout& operator=(const CapturedStdout&) = delete;
   /// All bytes written to the descriptor so far. `stdout` is flushed first unless told otherwise.
-  [[nodiscard]] std::string bytes(bool flush_first = true) const;
+  [[nodiscard]] std::string bytes(bool flush_first = true) const {
+    if (flush_first) std::fflush(stdout);
+    return file_bytes(path_);
+  }
 
  private:
   TempDirectory directory_;
   std::string path_ = directory_.path("stdout");
-  int old_descriptor_;
+  int old_descriptor_ = dup(STDOUT_FILENO);
 };
-
-/// The bytes of a file; empty when there is none.
-std::string file_bytes(const std::string& path);
 
 }  // namespace svcinst
