@@ -131,33 +131,50 @@ TEST(Program, TellsWhichStepOfAnInstallFailed) {
               story);
 }
 
-// What stopping the service "svc" comes to; 1 when it succeeds.
+// What stopping the service "s" comes to; 1 when it succeeds.
 std::string story_of_stop(const ScriptedServices& script) {
-  return story_of(script, [] { return stop_service(ByteString("svc")) ? 1 : 0; });
+  return story_of(script, [] { return stop_service(ByteString("s")) ? 1 : 0; });
 }
 
-TEST(StopService, SendsAStopToAServiceThatRunsOrIsPaused) {
+const std::string settles = "+manager +s query query Sleep(1000) ";
+
+TEST(StopService, StopsAServiceThatHasSettledOrTellsWhichStepFailed) {
+  const std::string stops = settles + "stop query Sleep(1000) ";
   const struct {
     std::vector<ScriptedStatus> statuses;
-    const char* story;
+    int failing_call;
+    std::string story;
   } rows[] = {
-      {{stopped}, "<The service 'svc' is stoped!\n> -svc -manager 1"},
+      {{stopped}, 0, settles + "<The service 's' is stoped!\n> -s -manager 1"},
       {{running, running, stopped},
-       "stop query Sleep(1000) <The service 'svc' stop successful!\n> -svc -manager 1"},
-      {{paused, paused, stopped},
-       "stop query Sleep(1000) <The service 'svc' stop successful!\n> -svc -manager 1"},
+       0,
+       stops + "<The service 's' stop successful!\n> -s -manager 1"},
+      {{paused, paused, stopped}, 0, stops + "<The service 's' stop successful!\n> -s -manager 1"},
+      {{running}, 0, stops + "<The service 's' stop failed!\n> -s -manager 1"},
       {{running, running, pending(0, 30000), running},
-       "stop query Sleep(3000) <The service 'svc' stop failed!\n> -svc -manager 1"},
+       0,
+       settles + "stop query Sleep(3000) <The service 's' stop failed!\n> -s -manager 1"},
+      {{stopped}, 1, "+manager fails <Open the service manager failed!\n> 0"},
+      {{stopped}, 2, "+manager +s fails -manager <Open the service 's' failed!\n> 0"},
+      {{stopped}, 3, "+manager +s query fails -s -manager <Query the service 's' failed!\n> 0"},
+      {{stopped},
+       4,
+       "+manager +s query query fails -s -manager <Query the service 's' failed!\n> 0"},
+      {{pending(0, 0)},
+       5,
+       settles + "Sleep(1000) query fails -s -manager <Query the service 's' failed!\n> 0"},
+      {{running}, 5, settles + "stop fails -s -manager <The service 's' stop failed> 0"},
+      {{paused}, 5, settles + "stop fails -s -manager <The service 's' stop failed!\n> 0"},
+      {{running}, 6, settles + "stop query fails -s -manager <Query the service 's' failed!\n> 0"},
   };
-  for (const auto& [statuses, story] : rows)
-    EXPECT_EQ(story_of_stop({statuses}),
-              std::string("+manager +svc query query Sleep(1000) ") + story);
+  for (const auto& [statuses, failing_call, story] : rows)
+    EXPECT_EQ(story_of_stop({statuses, failing_call}), story);
 }
 
 // The first status is the one that the wait begins with.
 TEST(StopService, WaitsByTheFirstHintAndTimesOutByTheLatest) {
-  const char* const settled = "<The service 'svc' is stoped!\n> -svc -manager 1";
-  const char* const timeout = "-svc -manager <Timeout waiting for the service 'svc' to stop!\n> 0";
+  const char* const settled = "<The service 's' is stoped!\n> -s -manager 1";
+  const char* const timeout = "-s -manager <Timeout waiting for the service 's' to stop!\n> 0";
   const struct {
     std::vector<ScriptedStatus> statuses;
     const char* waits;
@@ -178,42 +195,7 @@ TEST(StopService, WaitsByTheFirstHintAndTimesOutByTheLatest) {
   };
   for (const auto& [statuses, waits, end] : rows)
     EXPECT_EQ(story_of_stop({statuses}),
-              std::string("+manager +svc query query ") + waits + " " + end);
-}
-
-TEST(StopService, TellsWhichStepFailed) {
-  const struct {
-    std::vector<ScriptedStatus> statuses;
-    int failing_call;
-    const char* story;
-  } rows[] = {
-      {{stopped}, 1, "+manager fails <Open the service manager failed!\n> 0"},
-      {{stopped}, 2, "+manager +svc fails -manager <Open the service 'svc' failed!\n> 0"},
-      {{stopped},
-       3,
-       "+manager +svc query fails -svc -manager <Query the service 'svc' failed!\n> 0"},
-      {{stopped},
-       4,
-       "+manager +svc query query fails -svc -manager <Query the service 'svc' failed!\n> 0"},
-      {{pending(0, 0)},
-       5,
-       "+manager +svc query query Sleep(1000) Sleep(1000) query fails -svc -manager "
-       "<Query the service 'svc' failed!\n> 0"},
-      {{running},
-       5,
-       "+manager +svc query query Sleep(1000) stop fails -svc -manager "
-       "<The service 'svc' stop failed> 0"},
-      {{paused},
-       5,
-       "+manager +svc query query Sleep(1000) stop fails -svc -manager "
-       "<The service 'svc' stop failed!\n> 0"},
-      {{running},
-       6,
-       "+manager +svc query query Sleep(1000) stop query fails -svc -manager "
-       "<Query the service 'svc' failed!\n> 0"},
-  };
-  for (const auto& [statuses, failing_call, story] : rows)
-    EXPECT_EQ(story_of_stop({statuses, failing_call}), story);
+              std::string("+manager +s query query ") + waits + " " + end);
 }
 
 // Behind the story of the stop, whatever that came to.
@@ -223,24 +205,21 @@ TEST(Program, UninstallDeletesTheServiceOnceItHasSettled) {
     int failing_call;
     const char* story;
   } rows[] = {
-      {{running, running, running}, 0, "+manager +svc query Sleep(1000) delete -svc -manager 0"},
-      {{running}, 5, "+manager +svc query Sleep(1000) delete -svc -manager 0"},
+      {{running, running, running}, 0, "+manager +s query Sleep(1000) delete -s -manager 0"},
+      {{running}, 5, "+manager +s query Sleep(1000) delete -s -manager 0"},
       {{stopped}, 5, "+manager fails <Open the service manager failed!\n> -1"},
-      {{stopped}, 6, "+manager +svc fails -manager <Open the service 'svc' failed!\n> -1"},
-      {{stopped},
-       7,
-       "+manager +svc query fails -svc -manager <Query the service 'svc' failed!\n> -1"},
+      {{stopped}, 6, "+manager +s fails -manager <Open the service 's' failed!\n> -1"},
+      {{stopped}, 7, "+manager +s query fails -s -manager <Query the service 's' failed!\n> -1"},
       {{stopped},
        8,
-       "+manager +svc query Sleep(1000) delete fails -svc -manager "
-       "<Delete the service 'svc' failed!\n> -1"},
+       "+manager +s query Sleep(1000) delete fails -s -manager "
+       "<Delete the service 's' failed!\n> -1"},
   };
   for (const auto& [statuses, failing_call, story] : rows) {
     const ScriptedServices script{statuses, failing_call};
     std::string expected = story_of_stop(script);
     expected.replace(expected.rfind(' ') + 1, 1, story);
-    EXPECT_EQ(story_of_program({"svcinst", "-u", "--name", "x", "-n", "\"svc\""}, script),
-              expected);
+    EXPECT_EQ(story_of_program({"svcinst", "-u", "--name", "x", "-n", "\"s\""}, script), expected);
   }
 }
 
