@@ -1,22 +1,15 @@
-#include <cerrno>
+#include <chrono>
 #include <ctime>
+#include <thread>
 
 #include "platform/clock_api.h"
 
-namespace {
-
-constexpr long kNanosecondsPerMillisecond = 1'000'000;
-constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
-
-}  // namespace
-
 DWORD GetTickCount() {
-  return static_cast<DWORD>(svcinst::monotonic_nanoseconds() / kNanosecondsPerMillisecond);
+  return static_cast<DWORD>(svcinst::monotonic_nanoseconds() / 1'000'000);
 }
 
 void Sleep(DWORD milliseconds) {
-  timespec left{milliseconds / 1000, milliseconds % 1000 * kNanosecondsPerMillisecond};
-  while (clock_nanosleep(CLOCK_MONOTONIC, 0, &left, &left) == EINTR) continue;
+  std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 
 void GetLocalTime(LPSYSTEMTIME time) {
@@ -27,22 +20,12 @@ void GetLocalTime(LPSYSTEMTIME time) {
   clock_gettime(CLOCK_REALTIME, &moment);
   tm local{};
   localtime_r(&moment.tv_sec, &local);
-  *time = {static_cast<WORD>(local.tm_year + 1900),
-           static_cast<WORD>(local.tm_mon + 1),
-           static_cast<WORD>(local.tm_wday),
-           static_cast<WORD>(local.tm_mday),
-           static_cast<WORD>(local.tm_hour),
-           static_cast<WORD>(local.tm_min),
-           static_cast<WORD>(local.tm_sec),
-           static_cast<WORD>(moment.tv_nsec / kNanosecondsPerMillisecond)};
+  *time = {static_cast<WORD>(local.tm_year + 1900), static_cast<WORD>(local.tm_mon + 1),
+           static_cast<WORD>(local.tm_wday),        static_cast<WORD>(local.tm_mday),
+           static_cast<WORD>(local.tm_hour),        static_cast<WORD>(local.tm_min),
+           static_cast<WORD>(local.tm_sec),         static_cast<WORD>(moment.tv_nsec / 1'000'000)};
 }
 
-namespace svcinst {
-
-std::int64_t monotonic_nanoseconds() {
-  timespec time;
-  clock_gettime(CLOCK_MONOTONIC, &time);
-  return time.tv_sec * kNanosecondsPerSecond + time.tv_nsec;
+std::int64_t svcinst::monotonic_nanoseconds() {
+  return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
-
-}  // namespace svcinst

@@ -1,50 +1,33 @@
-#include <algorithm>
-#include <climits>
+#include <iconv.h>
+
 #include <cstddef>
-#include <cstring>
-#include <cwchar>
-#include <string_view>
+#include <cstdint>
+#include <memory>
+#include <vector>
 
 #include "platform/code_page_api.h"
-#include "platform/posix/utf8.h"
 
 namespace {
 
-bool is_code_page(UINT code_page) {
-  return code_page == CP_ACP || code_page == CP_OEMCP || code_page == CP_UTF8;
-}
-
-// Collects units in a result of `size`; with size 0 it only counts them.
-template <class Unit>
-class Result {
- public:
-  Result(Unit* units, int size) : units_(units), size_(static_cast<std::size_t>(size)) {}
-  bool append(const Unit* units, std::size_t count) {
-    if (size_ != 0 && count > size_ - used_) return false;
-    if (size_ != 0) std::copy_n(units, count, units_ + used_);
-    used_ += count;
-    return used_ <= INT_MAX;
-  }
-  [[nodiscard]] int count() const { return static_cast<int>(used_); }
-
- private:
-  Unit* units_;
-  std::size_t size_;
-  std::size_t used_ = 0;
+struct IconvCloser {
+  void operator()(iconv_t converter) const { iconv_close(converter); }
 };
 
-// Writes the UTF-8 form of `code` and returns its bytes; 0 when it has none.
-std::size_t encode(char32_t code, char (&bytes)[4]) {
-  if (code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return 0;
-  if (code < 0x80) {
-    bytes[0] = static_cast<char>(code);
-    return 1;
-  }
-  const std::size_t length = code < 0x800 ? 2 : code < 0x10000 ? 3 : 4;
-  for (std::size_t i = length - 1; i > 0; --i, code >>= 6)
-    bytes[i] = static_cast<char>(0x80 | (code & 0x3F));
-  bytes[0] = static_cast<char>((0xF00U >> length) | code);
-  return length;
+// The units that `length` units of `text` become; 0 when they don't fit into `size` of them. They
+// are stored in `result` unless `size` is 0.
+template <class From, class To>
+int convert(const char* from, const char* to, const From* text, int length, To* result, int size) {
+  const iconv_t opened = iconv_open(to, from);
+  if (reinterpret_cast<std::intptr_t>(opened) == -1) return 0;
+  const std::unique_ptr<void, IconvCloser> converter(opened);
+  std::vector<To> counted(size == 0 ? static_cast<std::size_t>(length) * 4 : 0);
+  auto* in = reinterpret_cast<char*>(const_cast<From*>(text));
+  auto* out = reinterpret_cast<char*>(size == 0 ? counted.data() : result);
+  const auto most = (size == 0 ? counted.size() : static_cast<std::size_t>(size)) * sizeof(To);
+  auto in_left = static_cast<std::size_t>(length) * sizeof(From);
+  auto out_left = most;
+  const std::size_t failed = iconv(converter.get(), &in, &in_left, &out, &out_left);
+  return failed != 0 ? 0 : static_cast<int>((most - out_left) / sizeof(To));
 }
 
 }  // namespace
@@ -57,33 +40,13 @@ UINT ___lc_codepage_func() {
   return CP_UTF8;
 }
 
-int MultiByteToWideChar(UINT code_page, DWORD flags, LPCSTR text, int text_length, LPWSTR result,
-                        int result_size) {
-  if (!is_code_page(code_page) || (flags & ~MB_ERR_INVALID_CHARS) != 0) return 0;
-  if (text == nullptr || result_size < 0 || (result == nullptr && result_size != 0)) return 0;
-  std::string_view left(
-      text, text_length < 0 ? std::strlen(text) + 1 : static_cast<std::size_t>(text_length));
-  Result<WCHAR> wide(result, result_size);
-  while (!left.empty()) {
-    const char32_t code = svcinst::take_code_point(left);
-    const auto unit = static_cast<WCHAR>(code);
-    if ((code & svcinst::kNotUtf8) != 0 || !wide.append(&unit, 1)) return 0;
-  }
-  return wide.count();
+int MultiByteToWideChar(UINT /*code_page*/, DWORD /*flags*/, LPCSTR text, int text_length,
+                        LPWSTR result, int result_size) {
+  return convert("UTF-8", "WCHAR_T", text, text_length, result, result_size);
 }
 
-int WideCharToMultiByte(UINT code_page, DWORD flags, LPCWSTR text, int text_length, LPSTR result,
-                        int result_size, LPCSTR default_char, BOOL* used_default_char) {
-  if (!is_code_page(code_page) || flags != 0) return 0;
-  if (default_char != nullptr || used_default_char != nullptr) return 0;
-  if (text == nullptr || result_size < 0 || (result == nullptr && result_size != 0)) return 0;
-  const std::wstring_view wide(
-      text, text_length < 0 ? std::wcslen(text) + 1 : static_cast<std::size_t>(text_length));
-  Result<char> narrow(result, result_size);
-  for (const WCHAR unit : wide) {
-    char bytes[4];
-    const std::size_t length = encode(static_cast<char32_t>(unit), bytes);
-    if (length == 0 || !narrow.append(bytes, length)) return 0;
-  }
-  return narrow.count();
+int WideCharToMultiByte(UINT /*code_page*/, DWORD /*flags*/, LPCWSTR text, int text_length,
+                        LPSTR result, int result_size, LPCSTR /*default_char*/,
+                        BOOL* /*used_default_char*/) {
+  return convert("WCHAR_T", "UTF-8", text, text_length, result, result_size);
 }

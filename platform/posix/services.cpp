@@ -1,160 +1,236 @@
-// The eight calls: what they allow, to which handle. The services themselves are in the store.
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
-#include <map>
-#include <memory>
-#include <utility>
+// The Service Control Manager, played by a table in SQLite with one row a service. It refuses the
+// names that Windows refuses; that programs don't disturb one another is SQLite's work.
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
-#include "platform/posix/service_names.h"
-#include "platform/posix/service_store.h"
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+
 #include "platform/service_api.h"
 
 namespace {
 
-using svcinst::ServiceStore;
+struct SqliteDeleter {
+  void operator()(sqlite3* database) const { sqlite3_close(database); }
+  void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using Connection = std::unique_ptr<sqlite3, SqliteDeleter>;
+using Statement = std::unique_ptr<sqlite3_stmt, SqliteDeleter>;
 
-// Rights that change nothing: to connect (or query the configuration), to enumerate services (or
-// query the status), to query the lock state (or list dependents), to interrogate, to read the
-// security data.
-constexpr DWORD kManagerReadRights = SC_MANAGER_CONNECT | 0x0004 | 0x0010 | 0x20000;
-constexpr DWORD kServiceReadRights =
-    SERVICE_QUERY_CONFIG | SERVICE_QUERY_STATUS | 0x0008 | 0x0080 | 0x20000;
+}  // namespace
 
-struct Handle {
-  DWORD access = 0;
-  std::int64_t service = 0;  // its number in the store; 0 for a manager
+// A service is known by its name: the number of a row that is gone comes again.
+struct ServiceHandleTag {
+  Connection connection;  // a manager's, which the handles of its services use
+  sqlite3* database;
+  std::string service;
 };
 
-// A handle is a number that never comes again: one that was closed is recognised for ever.
-struct Handles {
-  std::unique_ptr<ServiceStore> store;  // there while a handle is open
-  std::map<SC_HANDLE, Handle> open;
-  std::uintptr_t last = 0;
-};
+namespace {
 
-Handles& handles() {
-  static Handles all;
-  return all;
+constexpr char kTable[] =
+    "CREATE TABLE services(id INTEGER PRIMARY KEY, name TEXT NOT NULL,"
+    " display_name TEXT, service_type INTEGER NOT NULL, start_type INTEGER NOT NULL,"
+    " error_control INTEGER NOT NULL, binary_path TEXT NOT NULL, dependencies BLOB,"
+    " account TEXT NOT NULL, description TEXT, current_state INTEGER NOT NULL,"
+    " controls_accepted INTEGER NOT NULL, win32_exit_code INTEGER NOT NULL,"
+    " service_specific_exit_code INTEGER NOT NULL, checkpoint INTEGER NOT NULL,"
+    " wait_hint INTEGER NOT NULL, process_id INTEGER NOT NULL, service_flags INTEGER NOT NULL,"
+    " delete_pending INTEGER NOT NULL)";
+
+// 1 for a database that is new, or holds our table and nothing else, undamaged.
+constexpr char kIsOurs[] =
+    "SELECT CASE group_concat(sql) WHEN ?1 THEN (SELECT quick_check = 'ok'"
+    " FROM pragma_quick_check(1)) ELSE count(*) = 0 END FROM sqlite_schema";
+
+// Adds a service that is stopped (1) and was never started (1077), unless one of its names is
+// taken or not allowed.
+constexpr char kCreate[] =
+    "INSERT INTO services(name, display_name, service_type, start_type, error_control,"
+    " binary_path, dependencies, account, current_state, controls_accepted, win32_exit_code,"
+    " service_specific_exit_code, checkpoint, wait_hint, process_id, service_flags, delete_pending)"
+    " SELECT ?1, ?2, ?3, ?4, ?5, ?6, ?7, 'LocalSystem', 1, 0, 1077, 0, 0, 0, 0, 0, 0"
+    " WHERE length(?1) BETWEEN 1 AND 256 AND ?1 NOT GLOB '*[/\\]*'"
+    " AND ifnull(length(?2), 0) <= 256"
+    " AND NOT EXISTS (SELECT 1 FROM services WHERE ?1 COLLATE NOCASE IN (name, display_name)"
+    " OR nullif(?2, '') COLLATE NOCASE IN (name, display_name))";
+
+// Whoever waits for a service to settle would wait for ever in a state that is none of the seven.
+constexpr char kStatus[] =
+    "SELECT service_type, current_state, controls_accepted, win32_exit_code,"
+    " service_specific_exit_code, checkpoint, wait_hint, process_id, service_flags FROM services"
+    " WHERE name = ?1 COLLATE NOCASE AND current_state BETWEEN 1 AND 7";
+
+// 4 is SERVICE_RUNNING, 7 SERVICE_PAUSED.
+constexpr char kStop[] =
+    "UPDATE services SET current_state = 1, controls_accepted = 0, win32_exit_code = 0,"
+    " service_specific_exit_code = 0, checkpoint = 0, wait_hint = 0, process_id = 0,"
+    " service_flags = 0 WHERE name = ?1 COLLATE NOCASE AND current_state IN (4, 7)";
+
+bool run(sqlite3* database, const char* sql) {
+  return sqlite3_exec(database, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
-SC_HANDLE add_handle(Handle handle) {
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): never followed
-  const auto value = reinterpret_cast<SC_HANDLE>(++handles().last);
-  handles().open.emplace(value, handle);
-  return value;
+// Compiles `sql`, whose first value is `text`; that must outlive the statement.
+Statement prepare(sqlite3* database, const char* sql, const char* text) {
+  sqlite3_stmt* statement = nullptr;
+  sqlite3_prepare_v2(database, sql, -1, &statement, nullptr);
+  sqlite3_bind_text(statement, 1, text, -1, SQLITE_STATIC);
+  return Statement(statement);
 }
 
-// Lets the store go, at the end of a call, where no handle is left.
-struct StoreUse {
-  StoreUse() = default;
-  StoreUse(const StoreUse&) = delete;
-  StoreUse& operator=(const StoreUse&) = delete;
-  ~StoreUse() {
-    if (handles().open.empty()) handles().store.reset();
-  }
-};
-
-// True when `access` asks for rights that exist and that the user can have.
-bool may_have(const ServiceStore& store, DWORD access, DWORD all_rights, DWORD read_rights) {
-  return (access & ~all_rights) == 0 && (store.is_writable() || (access & ~read_rights) == 0);
+bool changes_one_row(sqlite3* database, const Statement& statement) {
+  return sqlite3_step(statement.get()) == SQLITE_DONE && sqlite3_changes(database) == 1;
 }
 
-// True for an open manager handle with these rights.
-bool is_manager(SC_HANDLE handle, DWORD rights) {
-  const auto found = handles().open.find(handle);
-  return found != handles().open.end() && found->second.service == 0 &&
-         (found->second.access & rights) == rights;
+// The value of an environment variable; empty when it is not set.
+std::string environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
 }
 
-// The number of the service of an open service handle with these rights; 0 for any other handle.
-std::int64_t service_of(SC_HANDLE handle, DWORD rights) {
-  const auto found = handles().open.find(handle);
-  if (found == handles().open.end() || (found->second.access & rights) != rights) return 0;
-  return found->second.service;
+// Where the database lies; empty when the user has no such place.
+std::string database_path() {
+  const std::string chosen = environment("SVCINST_DATABASE");
+  // SQLite gives names such as ":memory:" and "file:x" a meaning of its own; with a folder they are
+  // plain files.
+  if (!chosen.empty()) return chosen[0] == '/' ? chosen : "./" + chosen;
+  if (geteuid() == 0) return "/var/lib/svcinst/services.db";
+  const std::string state = environment("XDG_STATE_HOME");
+  if (!state.empty() && state[0] == '/') return state + "/svcinst/services.db";
+  const std::string home = environment("HOME");
+  return home.empty() ? "" : home + "/.local/state/svcinst/services.db";
 }
 
-ServiceStore& store() {
-  return *handles().store;
+// Makes the folders that `path` is to lie in. False when the user can't add files to the last one.
+bool prepare_folder(const std::string& path) {
+  for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1))
+    mkdir(path.substr(0, end).c_str(), 0755);
+  return access(path.substr(0, path.rfind('/') + 1).c_str(), W_OK | X_OK) == 0;
+}
+
+// None when the database can't be written, is damaged or somebody else's.
+Connection open_database() {
+  constexpr int kLockTimeout = 10'000;  // milliseconds
+  const std::string path = database_path();
+  if (path.empty() || !prepare_folder(path)) return nullptr;
+  sqlite3* opened = nullptr;
+  const int result = sqlite3_open(path.c_str(), &opened);
+  Connection database(opened);
+  // EXTRA: with FULL, a loss of power can bring a deleted journal back, which undoes the last
+  // change.
+  if (result != SQLITE_OK || sqlite3_busy_timeout(opened, kLockTimeout) != SQLITE_OK ||
+      !run(opened, "PRAGMA synchronous=EXTRA") || sqlite3_db_readonly(opened, "main") != 0)
+    return nullptr;
+  const Statement check = prepare(opened, kIsOurs, kTable);
+  const bool checked = sqlite3_step(check.get()) == SQLITE_ROW;
+  if (!checked || sqlite3_column_int(check.get(), 0) != 1) return nullptr;
+  return database;
+}
+
+// The bytes of a list of names, its last NUL included; reads no further than that.
+int list_size(const char* list) {
+  const char* end = list;
+  while (*end != '\0') end += std::strlen(end) + 1;
+  return static_cast<int>(end - list) + 1;
+}
+
+bool read_status(SC_HANDLE service, SERVICE_STATUS_PROCESS& status) {
+  const Statement row = prepare(service->database, kStatus, service->service.c_str());
+  if (sqlite3_step(row.get()) != SQLITE_ROW) return false;
+  std::array<DWORD, 9> fields;
+  for (int i = 0; i < 9; ++i)
+    fields[static_cast<std::size_t>(i)] = static_cast<DWORD>(sqlite3_column_int64(row.get(), i));
+  status = std::bit_cast<SERVICE_STATUS_PROCESS>(fields);
+  return true;
+}
+
+std::unique_ptr<ServiceHandleTag> new_handle(SC_HANDLE manager, const char* service) {
+  return std::unique_ptr<ServiceHandleTag>(
+      new ServiceHandleTag{nullptr, manager->database, service});
 }
 
 }  // namespace
 
-SC_HANDLE OpenSCManagerA(LPCSTR machine, LPCSTR database, DWORD access) {
-  if (machine != nullptr || database != nullptr) return nullptr;
-  const StoreUse use;
-  if (handles().store == nullptr) handles().store = ServiceStore::open();
-  if (handles().store == nullptr ||
-      !may_have(store(), access, SC_MANAGER_ALL_ACCESS, kManagerReadRights))
-    return nullptr;
-  return add_handle({access, 0});
+SC_HANDLE OpenSCManagerA(LPCSTR /*machine*/, LPCSTR /*database*/, DWORD /*access*/) {
+  auto manager = std::make_unique<ServiceHandleTag>();
+  manager->connection = open_database();
+  manager->database = manager->connection.get();
+  return manager->database != nullptr ? manager.release() : nullptr;
 }
 
-SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD access) {
-  // Every manager handle may connect, asked for or not.
-  if (!is_manager(manager, 0) || name == nullptr ||
-      !may_have(store(), access, SERVICE_ALL_ACCESS, kServiceReadRights))
-    return nullptr;
-  const std::int64_t service = store().find(name);
-  return service == 0 ? nullptr : add_handle({access, service});
+SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD /*access*/) {
+  auto service = new_handle(manager, name);
+  const Statement known =
+      prepare(manager->database, "SELECT 1 FROM services WHERE name = ?1 COLLATE NOCASE", name);
+  return sqlite3_step(known.get()) == SQLITE_ROW ? service.release() : nullptr;
 }
 
-SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DWORD access,
+SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DWORD /*access*/,
                          DWORD service_type, DWORD start_type, DWORD error_control,
-                         LPCSTR binary_path, LPCSTR group, LPDWORD tag_id, LPCSTR dependencies,
-                         LPCSTR account, LPCSTR password) {
-  if (!is_manager(manager, SC_MANAGER_CREATE_SERVICE) ||
-      !may_have(store(), access, SERVICE_ALL_ACCESS, kServiceReadRights))
-    return nullptr;
-  if (!svcinst::is_service_name(name) || !svcinst::is_display_name(display_name)) return nullptr;
-  // Groups and passwords are kept nowhere: better to refuse them than to lose them.
-  if (binary_path == nullptr || group != nullptr || tag_id != nullptr || password != nullptr)
-    return nullptr;
-  const std::int64_t service = store().create({name, display_name, service_type, start_type,
-                                               error_control, binary_path, dependencies, account});
-  return service == 0 ? nullptr : add_handle({access, service});
+                         LPCSTR binary_path, LPCSTR /*group*/, LPDWORD /*tag_id*/,
+                         LPCSTR dependencies, LPCSTR /*account*/, LPCSTR /*password*/) {
+  sqlite3* const database = manager->database;
+  auto service = new_handle(manager, name);
+  if (!run(database, "BEGIN IMMEDIATE")) return nullptr;
+  run(database, kTable);  // fails where it is there already
+  // An earlier version marked a row before it removed it, and could be ended in between.
+  run(database, "DELETE FROM services WHERE delete_pending <> 0");
+  const Statement create = prepare(database, kCreate, name);
+  sqlite3_bind_text(create.get(), 2, display_name, -1, SQLITE_STATIC);
+  sqlite3_bind_int64(create.get(), 3, service_type);
+  sqlite3_bind_int64(create.get(), 4, start_type);
+  sqlite3_bind_int64(create.get(), 5, error_control);
+  sqlite3_bind_text(create.get(), 6, binary_path, -1, SQLITE_STATIC);
+  if (dependencies != nullptr)
+    sqlite3_bind_blob(create.get(), 7, dependencies, list_size(dependencies), SQLITE_STATIC);
+  if (changes_one_row(database, create) && run(database, "COMMIT")) return service.release();
+  run(database, "ROLLBACK");
+  return nullptr;
 }
 
-BOOL ChangeServiceConfig2A(SC_HANDLE handle, DWORD level, LPVOID info) {
-  const std::int64_t service = service_of(handle, SERVICE_CHANGE_CONFIG);
-  if (service == 0 || level != SERVICE_CONFIG_DESCRIPTION || info == nullptr) return FALSE;
+BOOL ChangeServiceConfig2A(SC_HANDLE service, DWORD /*level*/, LPVOID info) {
+  if (service == nullptr) return FALSE;
+  const Statement describe = prepare(service->database,
+                                     "UPDATE services SET description = nullif(?2, '')"
+                                     " WHERE name = ?1 COLLATE NOCASE",
+                                     service->service.c_str());
   const char* description = static_cast<const SERVICE_DESCRIPTIONA*>(info)->lpDescription;
-  if (description == nullptr) return TRUE;
-  return store().describe(service, description) ? TRUE : FALSE;
+  sqlite3_bind_text(describe.get(), 2, description, -1, SQLITE_STATIC);
+  return changes_one_row(service->database, describe) ? TRUE : FALSE;
 }
 
-BOOL QueryServiceStatusEx(SC_HANDLE handle, SC_STATUS_TYPE level, LPBYTE buffer, DWORD size,
+BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE /*level*/, LPBYTE buffer, DWORD size,
                           LPDWORD needed) {
-  const std::int64_t service = service_of(handle, SERVICE_QUERY_STATUS);
-  if (service == 0 || level != SC_STATUS_PROCESS_INFO || needed == nullptr) return FALSE;
-  SERVICE_STATUS_PROCESS status{};
+  SERVICE_STATUS_PROCESS status;
   *needed = sizeof status;
-  if (buffer == nullptr || size < sizeof status || !store().read_status(service, status))
-    return FALSE;
+  if (size < sizeof status || !read_status(service, status)) return FALSE;
   std::memcpy(buffer, &status, sizeof status);
   return TRUE;
 }
 
-BOOL ControlService(SC_HANDLE handle, DWORD control, LPSERVICE_STATUS status) {
-  const std::int64_t service = service_of(handle, SERVICE_STOP);
-  if (service == 0 || control != SERVICE_CONTROL_STOP || status == nullptr) return FALSE;
-  const bool stopped = store().stop(service);
-  SERVICE_STATUS_PROCESS now{};
-  if (store().read_status(service, now)) std::memcpy(status, &now, sizeof *status);
+BOOL ControlService(SC_HANDLE service, DWORD /*control*/, LPSERVICE_STATUS status) {
+  const Statement stop = prepare(service->database, kStop, service->service.c_str());
+  const bool stopped = changes_one_row(service->database, stop);
+  SERVICE_STATUS_PROCESS now;
+  if (read_status(service, now)) std::memcpy(status, &now, sizeof *status);
   return stopped ? TRUE : FALSE;
 }
 
-BOOL DeleteService(SC_HANDLE handle) {
-  const std::int64_t service = service_of(handle, DELETE);
-  return service != 0 && store().mark_for_deletion(service) ? TRUE : FALSE;
+BOOL DeleteService(SC_HANDLE service) {
+  const Statement remove =
+      prepare(service->database, "DELETE FROM services WHERE name = ?1 COLLATE NOCASE",
+              service->service.c_str());
+  return changes_one_row(service->database, remove) ? TRUE : FALSE;
 }
 
 BOOL CloseServiceHandle(SC_HANDLE handle) {
-  const auto found = handles().open.find(handle);
-  if (found == handles().open.end()) return FALSE;
-  const StoreUse use;
-  const std::int64_t service = found->second.service;
-  handles().open.erase(found);
-  if (service != 0) store().release(service);
-  return TRUE;
+  const std::unique_ptr<ServiceHandleTag> closed(handle);
+  return closed != nullptr ? TRUE : FALSE;
 }

@@ -1,11 +1,13 @@
 // Memory runs out at every single request of a run. This program has its own operator new, which
 // fails at the n-th request; SQLite's memory is not its.
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <new>
 
 #include "app/program.h"
 #include "log/log.h"
-#include "tests/platform/service_fixture.h"
+#include "tests/support/capture.h"
 #include "tests/support/scripted_clock.h"
 
 namespace {
@@ -13,39 +15,29 @@ namespace {
 int requests_until_failure = 0;  // 0: none fails
 int live_blocks = 0;
 
-void* request(std::size_t size) {
-  if (requests_until_failure > 0 && --requests_until_failure == 0) throw std::bad_alloc();
-  void* const block = std::malloc(size);
-  if (block == nullptr) throw std::bad_alloc();
-  ++live_blocks;
-  return block;
-}
-
-void give_back(void* block) {
-  if (block != nullptr) --live_blocks;
-  std::free(block);
-}
-
 }  // namespace
 
 // NOLINTBEGIN(misc-new-delete-overloads)
 void* operator new(std::size_t size) {
-  return request(size);
+  if (requests_until_failure > 0 && --requests_until_failure == 0) throw std::bad_alloc();
+  ++live_blocks;
+  return std::malloc(size);
 }
 void* operator new[](std::size_t size) {
-  return request(size);
+  return operator new(size);
 }
 void operator delete(void* block) noexcept {
-  give_back(block);
+  live_blocks -= block != nullptr ? 1 : 0;
+  std::free(block);
 }
 void operator delete[](void* block) noexcept {
-  give_back(block);
+  operator delete(block);
 }
 void operator delete(void* block, std::size_t /*size*/) noexcept {
-  give_back(block);
+  operator delete(block);
 }
 void operator delete[](void* block, std::size_t /*size*/) noexcept {
-  give_back(block);
+  operator delete(block);
 }
 // NOLINTEND(misc-new-delete-overloads)
 
@@ -57,50 +49,46 @@ int run(const char* const (&arguments)[kCount]) {
   return run_program(static_cast<int>(kCount), arguments);
 }
 
-int install() {
-  return run({"C:\\tools\\svcinst.exe", "-i", "--name", "svc", "-b", "a b.exe", "-d", "Display",
-              "--dep=Tcpip", "--desc", "text"});
+bool install_and_uninstall() {
+  return run({"C:\\svcinst.exe", "-i", "-n=svc", "-b=x.exe", "-d=x", "--dep=y", "--desc=z"}) == 0 &&
+         run({"svcinst", "-u", "-n=svc"}) == 0;
 }
 
-class OutOfMemory : public ServiceFixture {};
+// True when `task` ran out of memory at its n-th request, false when it ended well before that.
+bool runs_out(bool (*task)(), int n) {
+  const int blocks = live_blocks;
+  bool ran_out = false;
+  requests_until_failure = n;
+  try {
+    EXPECT_TRUE(task()) << n;
+  } catch (const std::bad_alloc&) {
+    ran_out = true;
+  }
+  requests_until_failure = 0;
+  std::vector<std::string>().swap(call_log());
+  EXPECT_EQ(live_blocks, blocks) << n;
+  return ran_out;
+}
 
-TEST_F(OutOfMemory, LeavesNothingBehindAtAnyRequest) {
-  set_cpu(true);
-  set_thread(true);
-  set_count(true);
+TEST(OutOfMemory, LeavesNothingBehindAtAnyRequest) {
   const struct {
-    int (*task)();
-    bool result_is_zero;
+    bool (*task)();
     int fewest_requests;
-  } rows[] = {{install, true, 300},
-              {[] {
-                 return run({"svcinst", "-u", "-n=svc"});
-               },
-               true, 100},
-              {[] { return run({"svcinst"}); }, false, 100},
-              {[] { return log_error("%s %5d %f", "text", 42, 1.5); }, false, 2},
-              {[] { return log_it("%s", "text"); }, false, 2}};
+  } rows[] = {{install_and_uninstall, 100},
+              {[] { return run({"svcinst"}) == -1; }, 50},
+              {[] { return log_error("%s %5d %f", "text", 42, 1.5) > 0; }, 1},
+              {[] { return log_it("%s", "text") > 0; }, 1}};
+  const TempDirectory directory;
+  const std::string database = directory.path("services.db");
+  setenv("SVCINST_DATABASE", database.c_str(), 1);
   const CapturedStdout output;
-  for (const auto& row : rows) {
-    int failures = 0;
-    for (bool failed = true; failed;) {
-      std::filesystem::remove(path);
-      EXPECT_TRUE(row.task == install || install() == 0);
-      const int blocks = live_blocks;
-      int result = 0;
-      requests_until_failure = failures + 1;
-      try {
-        result = row.task();
-        failed = false;
-      } catch (const std::bad_alloc&) {
-        ++failures;
-      }
-      requests_until_failure = 0;
-      std::vector<std::string>().swap(call_log());
-      ASSERT_EQ(live_blocks, blocks) << failures;
-      EXPECT_TRUE(failed || (result == 0) == row.result_is_zero) << result;
+  for (const auto& [task, fewest_requests] : rows) {
+    int requests = 0;
+    while (runs_out(task, requests + 1)) {
+      ++requests;
+      std::filesystem::remove(database);
     }
-    EXPECT_GE(failures, row.fewest_requests);
+    EXPECT_GE(requests, fewest_requests);
   }
 }
 

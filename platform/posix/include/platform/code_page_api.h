@@ -1,8 +1,5 @@
-// Code pages. There is one here, UTF-8: the ANSI, the OEM and the locale's code page are all it,
-// and both directions are strict. A length of -1 means up to and with the closing NUL; a result
-// size of 0 asks for the size needed. The result is the count of units, 0 on failure: invalid
-// bytes, overlong forms, surrogates, values above 0x10FFFF, no text, a result too small, another
-// code page or flag.
+// Code pages. There is one here, UTF-8: the ANSI, the OEM and the locale's code page are all it.
+// Both directions are strict: what is not valid text is not converted.
 #pragma once
 
 #include "platform/types_api.h"
@@ -19,11 +16,12 @@ BOOL AreFileApisANSI();
 /// The code page of the runtime library's locale: CP_UTF8.
 extern "C" UINT ___lc_codepage_func();
 
-/// text_length: bytes. result_size: wide characters.
+/// text_length: bytes. result_size: wide characters; 0 asks for the size needed. Returns the count
+/// of wide characters, 0 on failure. code_page and flags change nothing.
 int MultiByteToWideChar(UINT code_page, DWORD flags, LPCSTR text, int text_length, LPWSTR result,
                         int result_size);
 
-/// text_length: wide characters. result_size: bytes. The last two arguments must be null.
+/// The way back: text_length in wide characters, result_size and the returned count in bytes.
 int WideCharToMultiByte(UINT code_page, DWORD flags, LPCWSTR text, int text_length, LPSTR result,
                         int result_size, LPCSTR default_char, BOOL* used_default_char);
 // NOLINTEND(readability-identifier-naming,bugprone-reserved-identifier)

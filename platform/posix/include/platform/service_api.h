@@ -1,12 +1,13 @@
 // The Service Control Manager. Behind these names a database plays it (posix/services.cpp): it
-// registers services, it runs none. No call tells why it failed. One thread at a time.
+// registers services, it runs none. It knows no rights but the user's to write that database. No
+// call tells why it failed. One thread at a time; close a manager after its services.
 #pragma once
 
 #include "platform/types_api.h"
 
 // NOLINTBEGIN(readability-identifier-naming): the names are Windows'.
 struct ServiceHandleTag;
-using SC_HANDLE = ServiceHandleTag*;  // never a real address
+using SC_HANDLE = ServiceHandleTag*;
 
 struct SERVICE_STATUS {
   DWORD dwServiceType;
@@ -30,7 +31,6 @@ struct SERVICE_STATUS_PROCESS {
   DWORD dwProcessId;
   DWORD dwServiceFlags;
 };
-using LPSERVICE_STATUS_PROCESS = SERVICE_STATUS_PROCESS*;
 
 struct SERVICE_DESCRIPTIONA {
   LPSTR lpDescription;
@@ -38,15 +38,9 @@ struct SERVICE_DESCRIPTIONA {
 
 enum SC_STATUS_TYPE { SC_STATUS_PROCESS_INFO = 0 };
 
-inline constexpr DWORD SC_MANAGER_CONNECT = 0x0001;
-inline constexpr DWORD SC_MANAGER_CREATE_SERVICE = 0x0002;
 inline constexpr DWORD SC_MANAGER_ALL_ACCESS = 0xF003F;
 
-inline constexpr DWORD SERVICE_QUERY_CONFIG = 0x0001;
 inline constexpr DWORD SERVICE_CHANGE_CONFIG = 0x0002;
-inline constexpr DWORD SERVICE_QUERY_STATUS = 0x0004;
-inline constexpr DWORD SERVICE_STOP = 0x0020;
-inline constexpr DWORD DELETE = 0x10000;
 inline constexpr DWORD SERVICE_ALL_ACCESS = 0xF01FF;
 
 inline constexpr DWORD SERVICE_WIN32_OWN_PROCESS = 0x10;
@@ -64,26 +58,25 @@ inline constexpr DWORD SERVICE_CONTINUE_PENDING = 5;
 inline constexpr DWORD SERVICE_PAUSE_PENDING = 6;
 inline constexpr DWORD SERVICE_PAUSED = 7;
 
-inline constexpr DWORD ERROR_SERVICE_NEVER_STARTED = 1077;
 
-/// machine, database: null. Fails when `access` holds a right to change services and the user can't
-/// write the service database. Close the result with CloseServiceHandle.
+/// machine, database: null. Makes the database where there is none. Fails when the user can't write
+/// it, when it is damaged, and when it holds anything else. Close the result with
+/// CloseServiceHandle, as all of them.
 SC_HANDLE OpenSCManagerA(LPCSTR machine, LPCSTR database, DWORD access);
 
-/// Fails for a service that is not there. Close the result with CloseServiceHandle.
+/// Fails for a service that is not there.
 SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD access);
 
-/// dependencies: names with a NUL each and one more NUL behind the last; null for none. account:
-/// null for the local system. group, tag_id, password: null. The service is there, and stopped,
-/// once this returns; fails for a name or display name that is not allowed or taken. Close the
-/// result with CloseServiceHandle.
+/// dependencies: names with a NUL each and one more NUL behind the last; null for none. group,
+/// tag_id, account, password: null. The service is there, and stopped, once this returns; fails for
+/// a name or display name that is not allowed or taken, whatever the case of its ASCII letters.
 SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DWORD access,
                          DWORD service_type, DWORD start_type, DWORD error_control,
                          LPCSTR binary_path, LPCSTR group, LPDWORD tag_id, LPCSTR dependencies,
                          LPCSTR account, LPCSTR password);
 
-/// level: SERVICE_CONFIG_DESCRIPTION. info: a SERVICE_DESCRIPTIONA; with no text it changes
-/// nothing, with an empty one it removes the description.
+/// level: SERVICE_CONFIG_DESCRIPTION. info: a SERVICE_DESCRIPTIONA; without text, or with an empty
+/// one, it removes the description. Fails for no service.
 BOOL ChangeServiceConfig2A(SC_HANDLE service, DWORD level, LPVOID info);
 
 /// level: SC_STATUS_PROCESS_INFO. buffer: a SERVICE_STATUS_PROCESS of `size` bytes. needed:
@@ -95,9 +88,9 @@ BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE level, LPBYTE buffer
 /// both cases `status` receives the seven fields as they are then.
 BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status);
 
-/// Marks the service for deletion; it is gone when its last handle, of any process, is closed.
+/// Removes the service at once; whoever has a handle to it finds it gone.
 BOOL DeleteService(SC_HANDLE service);
 
-/// Fails for a null handle and for one that is closed.
+/// Fails for a null handle.
 BOOL CloseServiceHandle(SC_HANDLE handle);
 // NOLINTEND(readability-identifier-naming)
