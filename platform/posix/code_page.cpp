@@ -17,7 +17,7 @@ struct IconvCloser {
 // are stored in `result` unless `size` is 0.
 template <class From, class To>
 int convert(const char* from, const char* to, const From* text, int length, To* result, int size) {
-  const iconv_t opened = iconv_open(to, from);
+  iconv_t opened = iconv_open(to, from);
   if (reinterpret_cast<std::intptr_t>(opened) == -1) return 0;
   const std::unique_ptr<void, IconvCloser> converter(opened);
   std::vector<To> counted(size == 0 ? static_cast<std::size_t>(length) * 4 : 0);

@@ -4,8 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -29,7 +27,7 @@ using Statement = std::unique_ptr<sqlite3_stmt, SqliteDeleter>;
 struct ServiceHandleTag {
   Connection connection;  // a manager's, which the handles of its services use
   sqlite3* database;
-  std::string service;
+  std::string name;  // a service's
 };
 
 namespace {
@@ -61,17 +59,24 @@ constexpr char kCreate[] =
     " AND NOT EXISTS (SELECT 1 FROM services WHERE ?1 COLLATE NOCASE IN (name, display_name)"
     " OR nullif(?2, '') COLLATE NOCASE IN (name, display_name))";
 
+constexpr char kFind[] = "SELECT 1 FROM services WHERE name = ?1 COLLATE NOCASE";
+
 // Whoever waits for a service to settle would wait for ever in a state that is none of the seven.
 constexpr char kStatus[] =
     "SELECT service_type, current_state, controls_accepted, win32_exit_code,"
     " service_specific_exit_code, checkpoint, wait_hint, process_id, service_flags FROM services"
     " WHERE name = ?1 COLLATE NOCASE AND current_state BETWEEN 1 AND 7";
 
+constexpr char kDescribe[] =
+    "UPDATE services SET description = nullif(?2, '') WHERE name = ?1 COLLATE NOCASE";
+
 // 4 is SERVICE_RUNNING, 7 SERVICE_PAUSED.
 constexpr char kStop[] =
     "UPDATE services SET current_state = 1, controls_accepted = 0, win32_exit_code = 0,"
     " service_specific_exit_code = 0, checkpoint = 0, wait_hint = 0, process_id = 0,"
     " service_flags = 0 WHERE name = ?1 COLLATE NOCASE AND current_state IN (4, 7)";
+
+constexpr char kDelete[] = "DELETE FROM services WHERE name = ?1 COLLATE NOCASE";
 
 bool run(sqlite3* database, const char* sql) {
   return sqlite3_exec(database, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
@@ -87,6 +92,15 @@ Statement prepare(sqlite3* database, const char* sql, const char* text) {
 
 bool changes_one_row(sqlite3* database, const Statement& statement) {
   return sqlite3_step(statement.get()) == SQLITE_DONE && sqlite3_changes(database) == 1;
+}
+
+// Runs a change of one service, with `text` as its second value. False when there is none to
+// change.
+bool change_service(SC_HANDLE service, const char* sql, const char* text = nullptr) {
+  if (service == nullptr) return false;
+  const Statement change = prepare(service->database, sql, service->name.c_str());
+  sqlite3_bind_text(change.get(), 2, text, -1, SQLITE_STATIC);
+  return changes_one_row(service->database, change);
 }
 
 // The value of an environment variable; empty when it is not set.
@@ -141,19 +155,8 @@ int list_size(const char* list) {
   return static_cast<int>(end - list) + 1;
 }
 
-bool read_status(SC_HANDLE service, SERVICE_STATUS_PROCESS& status) {
-  const Statement row = prepare(service->database, kStatus, service->service.c_str());
-  if (sqlite3_step(row.get()) != SQLITE_ROW) return false;
-  std::array<DWORD, 9> fields;
-  for (int i = 0; i < 9; ++i)
-    fields[static_cast<std::size_t>(i)] = static_cast<DWORD>(sqlite3_column_int64(row.get(), i));
-  status = std::bit_cast<SERVICE_STATUS_PROCESS>(fields);
-  return true;
-}
-
-std::unique_ptr<ServiceHandleTag> new_handle(SC_HANDLE manager, const char* service) {
-  return std::unique_ptr<ServiceHandleTag>(
-      new ServiceHandleTag{nullptr, manager->database, service});
+std::unique_ptr<ServiceHandleTag> new_handle(SC_HANDLE manager, const char* name) {
+  return std::make_unique<ServiceHandleTag>(ServiceHandleTag{nullptr, manager->database, name});
 }
 
 }  // namespace
@@ -167,8 +170,7 @@ SC_HANDLE OpenSCManagerA(LPCSTR /*machine*/, LPCSTR /*database*/, DWORD /*access
 
 SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD /*access*/) {
   auto service = new_handle(manager, name);
-  const Statement known =
-      prepare(manager->database, "SELECT 1 FROM services WHERE name = ?1 COLLATE NOCASE", name);
+  const Statement known = prepare(manager->database, kFind, name);
   return sqlite3_step(known.get()) == SQLITE_ROW ? service.release() : nullptr;
 }
 
@@ -196,38 +198,29 @@ SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DW
 }
 
 BOOL ChangeServiceConfig2A(SC_HANDLE service, DWORD /*level*/, LPVOID info) {
-  if (service == nullptr) return FALSE;
-  const Statement describe = prepare(service->database,
-                                     "UPDATE services SET description = nullif(?2, '')"
-                                     " WHERE name = ?1 COLLATE NOCASE",
-                                     service->service.c_str());
   const char* description = static_cast<const SERVICE_DESCRIPTIONA*>(info)->lpDescription;
-  sqlite3_bind_text(describe.get(), 2, description, -1, SQLITE_STATIC);
-  return changes_one_row(service->database, describe) ? TRUE : FALSE;
+  return change_service(service, kDescribe, description) ? TRUE : FALSE;
 }
 
 BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE /*level*/, LPBYTE buffer, DWORD size,
                           LPDWORD needed) {
-  SERVICE_STATUS_PROCESS status;
-  *needed = sizeof status;
-  if (size < sizeof status || !read_status(service, status)) return FALSE;
-  std::memcpy(buffer, &status, sizeof status);
+  const Statement status = prepare(service->database, kStatus, service->name.c_str());
+  DWORD fields[9];
+  *needed = sizeof fields;
+  if (size < sizeof fields || sqlite3_step(status.get()) != SQLITE_ROW) return FALSE;
+  for (int i = 0; i < 9; ++i) fields[i] = static_cast<DWORD>(sqlite3_column_int64(status.get(), i));
+  std::memcpy(buffer, fields, sizeof fields);
   return TRUE;
 }
 
 BOOL ControlService(SC_HANDLE service, DWORD /*control*/, LPSERVICE_STATUS status) {
-  const Statement stop = prepare(service->database, kStop, service->service.c_str());
-  const bool stopped = changes_one_row(service->database, stop);
-  SERVICE_STATUS_PROCESS now;
-  if (read_status(service, now)) std::memcpy(status, &now, sizeof *status);
-  return stopped ? TRUE : FALSE;
+  if (!change_service(service, kStop)) return FALSE;
+  *status = {SERVICE_WIN32_OWN_PROCESS, SERVICE_STOPPED, 0, 0, 0, 0, 0};
+  return TRUE;
 }
 
 BOOL DeleteService(SC_HANDLE service) {
-  const Statement remove =
-      prepare(service->database, "DELETE FROM services WHERE name = ?1 COLLATE NOCASE",
-              service->service.c_str());
-  return changes_one_row(service->database, remove) ? TRUE : FALSE;
+  return change_service(service, kDelete) ? TRUE : FALSE;
 }
 
 BOOL CloseServiceHandle(SC_HANDLE handle) {

@@ -58,7 +58,6 @@ inline constexpr DWORD SERVICE_CONTINUE_PENDING = 5;
 inline constexpr DWORD SERVICE_PAUSE_PENDING = 6;
 inline constexpr DWORD SERVICE_PAUSED = 7;
 
-
 /// machine, database: null. Makes the database where there is none. Fails when the user can't write
 /// it, when it is damaged, and when it holds anything else. Close the result with
 /// CloseServiceHandle, as all of them.
@@ -84,8 +83,8 @@ BOOL ChangeServiceConfig2A(SC_HANDLE service, DWORD level, LPVOID info);
 BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE level, LPBYTE buffer, DWORD size,
                           LPDWORD needed);
 
-/// control: SERVICE_CONTROL_STOP. Stops a running or paused service and fails for any other; in
-/// both cases `status` receives the seven fields as they are then.
+/// control: SERVICE_CONTROL_STOP. Stops a running or paused service, and `status` receives the
+/// fields as they are then; fails for any other.
 BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status);
 
 /// Removes the service at once; whoever has a handle to it finds it gone.
