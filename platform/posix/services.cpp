@@ -67,8 +67,7 @@ constexpr char kStatus[] =
     " service_specific_exit_code, checkpoint, wait_hint, process_id, service_flags FROM services"
     " WHERE name = ?1 COLLATE NOCASE AND current_state BETWEEN 1 AND 7";
 
-constexpr char kDescribe[] =
-    "UPDATE services SET description = nullif(?2, '') WHERE name = ?1 COLLATE NOCASE";
+constexpr char kDescribe[] = "UPDATE services SET description = ?2 WHERE name = ?1 COLLATE NOCASE";
 
 // 4 is SERVICE_RUNNING, 7 SERVICE_PAUSED.
 constexpr char kStop[] =
@@ -225,5 +224,5 @@ BOOL DeleteService(SC_HANDLE service) {
 
 BOOL CloseServiceHandle(SC_HANDLE handle) {
   const std::unique_ptr<ServiceHandleTag> closed(handle);
-  return closed != nullptr ? TRUE : FALSE;
+  return TRUE;
 }

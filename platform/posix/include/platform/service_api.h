@@ -74,8 +74,7 @@ SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DW
                          LPCSTR binary_path, LPCSTR group, LPDWORD tag_id, LPCSTR dependencies,
                          LPCSTR account, LPCSTR password);
 
-/// level: SERVICE_CONFIG_DESCRIPTION. info: a SERVICE_DESCRIPTIONA; without text, or with an empty
-/// one, it removes the description. Fails for no service.
+/// level: SERVICE_CONFIG_DESCRIPTION. info: a SERVICE_DESCRIPTIONA. Fails for a null service.
 BOOL ChangeServiceConfig2A(SC_HANDLE service, DWORD level, LPVOID info);
 
 /// level: SC_STATUS_PROCESS_INFO. buffer: a SERVICE_STATUS_PROCESS of `size` bytes. needed:
@@ -90,6 +89,6 @@ BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status);
 /// Removes the service at once; whoever has a handle to it finds it gone.
 BOOL DeleteService(SC_HANDLE service);
 
-/// Fails for a null handle.
+/// Succeeds always; `handle` is no handle any more.
 BOOL CloseServiceHandle(SC_HANDLE handle);
 // NOLINTEND(readability-identifier-naming)
