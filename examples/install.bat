@@ -3,7 +3,7 @@ rem Registers the service "hello", whose program hello.exe lies in this folder, 
 rem "install.bat remove" stops it and removes it. Needs svcinst.exe in this folder and an
 rem administrator's prompt. Ends with 0 or 1.
 setlocal
-set HERE=%~dp0
+set "HERE=%~dp0"
 
 if "%1"=="remove" goto remove
 

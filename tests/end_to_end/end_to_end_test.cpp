@@ -1,0 +1,112 @@
+// The built program as an install script runs it: on the service database or, on Windows, on the
+// real Service Control Manager.
+#include <gtest/gtest.h>
+
+#include <future>
+#include <sstream>
+#include <vector>
+
+#include "tests/end_to_end/machine.h"
+#include "tests/support/capture.h"
+
+namespace svcinst {
+namespace {
+
+// The records of `output` without their times and tags, the help as "HELP".
+std::string told(const std::string& output) {
+  std::string messages;
+  std::istringstream lines(output);
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t end_of_tag = line.find("\033[0m] ");
+    if (end_of_tag != std::string::npos) line.erase(0, end_of_tag + 6);
+    if (line.starts_with("install/uninstall")) return messages + "HELP";
+    messages += line.substr(0, line.find('\r')) + '\n';
+  }
+  return messages;
+}
+
+class EndToEnd : public testing::Test {
+ protected:
+  EndToEnd() {
+    std::filesystem::create_directory(folder);
+    std::filesystem::copy(SVCINST_PROGRAM, folder + "/svcinst.exe");
+    std::filesystem::copy(SVCINST_SERVICE, folder + "/service.exe");
+  }
+
+  void expect(const std::string& options, const std::string& messages, int exit_code) const {
+    const Result result = run_line('"' + folder + "/svcinst.exe\" " + options);
+    EXPECT_EQ(told(result.output), messages) << options;
+    EXPECT_EQ(result.exit_code, exit_code) << options;
+  }
+
+  // The path without the folder that all of these services are in.
+  [[nodiscard]] std::string registered(const std::string& name) const {
+    std::string text = registration(name);
+    return text.starts_with(folder) ? text.substr(folder.size()) : text;
+  }
+
+  TempDirectory directory;
+  std::string folder = directory.path("a & b^c");
+};
+
+TEST_F(EndToEnd, ServicesComeAndGo) {
+  const std::string text(1023, 'x');
+  const struct {
+    std::string service, options, registered;
+  } installs[] = {
+      {"stopped",
+       R"(--install --name stopped --disname "A B" --binpath "C:\a b\x.exe" --dep RpcSs)",
+       R"(C:\a b\x.exe|A B||RpcSs)"},
+      {"running", R"(-i -nrunning -bservice.exe -dR --desc "d e")", R"(\service.exe|R|d e|)"},
+      {"paused", "-u --i --name x -n paused -b=service.exe --disname=P -t", R"(\service.exe|P||)"},
+      {"hung", R"(-i -n hung -b service.exe -d H --desc "" --type x)", R"(\service.exe|H||)"},
+      {"long", "-i -n long -b x -d L --desc " + text + "cut", R"(\x|L|)" + text + "|"},
+      {"d\xe9mon", "-i -n d\xe9mon -b C:x.exe -d \xe9 --desc *", "\\C:x.exe|\xe9|*|"}};
+  for (const auto& [service, options, registered_as] : installs) {
+    expect(options, "", 0);
+    EXPECT_EQ(registered(service), registered_as + "|16 2 1 LocalSystem") << options;
+  }
+
+  for (const char* service : {"paused", "running", "hung"}) start(service);
+  const std::string timeout = "Timeout waiting for the service 'hung' to stop!\n";
+  const struct {
+    std::string service, messages;
+    int exit_code;
+  } uninstalls[] = {
+      {"missing", "Open the service 'missing' failed!\nOpen the service 'missing' failed!\n", -1},
+      {"stopped", "The service 'stopped' is stoped!\n", 0},
+      {"running", "The service 'running' stop successful!\n", 0},
+      {"paused", "The service 'paused' stop successful!\n", 0},
+      {"hung", timeout + timeout, -1},
+      {"d\xe9mon", "The service 'd\xe9mon' is stoped!\n", 0}};
+  std::vector<std::future<void>> side_by_side;  // the tool waits for seconds
+  for (const auto& row : uninstalls) {
+    side_by_side.push_back(std::async(std::launch::async, [this, &row] {
+      expect("--uninstall --name " + row.service, row.messages, row.exit_code);
+      EXPECT_EQ(registered(row.service).empty(), row.service != "hung") << row.service;
+    }));
+  }
+}
+
+TEST_F(EndToEnd, OtherLinesRegisterNothing) {
+  const struct {
+    std::string options, messages;
+  } rows[] = {{"", "HELP"},
+              {"-i -n new -b x", "HELP"},
+              {"-n new -b x -d D", "HELP"},
+              {R"(-i -n new -d D "--binpath=C:\a b\x.exe")", "HELP"},
+              {"install -n new -b x -d D", "error at position: 1\nHELP"},
+              {R"(-i -n new -b x -d "display NAME")", "Open the service 'new' failed!\n"},
+              {"-i -n Taken -b x -d D", "Open the service 'Taken' failed!\n"},
+              {"-i -n -b x -d D", "Open the service '' failed!\n"},
+              {"-i -n a/b -b x -d D", "Open the service 'a/b' failed!\n"}};
+  expect(R"(-i -n taken -b x -d "Display name")", "", 0);
+  for (const auto& row : rows) {
+    expect(row.options, row.messages, -1);
+    EXPECT_EQ(registered("new"), "") << row.options;
+  }
+  EXPECT_EQ(registered("taken"), R"(\x|Display name|||16 2 1 LocalSystem)");
+}
+
+}  // namespace
+}  // namespace svcinst

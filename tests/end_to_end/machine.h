@@ -1,0 +1,23 @@
+// The machine that the program is tried on, without the program's help.
+#pragma once
+
+#include <string>
+
+namespace svcinst {
+
+struct Result {
+  int exit_code;
+  std::string output;
+};
+
+/// Runs a line of an install script.
+Result run_line(const std::string& line);
+
+/// "path|display name|description|dependency|type start error account"; empty for no service.
+std::string registration(const std::string& name);
+
+/// Starts a service that does what its name says: "running", "paused", or "hung" when it is to
+/// stop.
+void start(const std::string& name);
+
+}  // namespace svcinst
