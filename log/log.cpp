@@ -21,11 +21,20 @@ constinit SRWLOCK log_lock = SRWLOCK_INIT;
 
 class [[nodiscard]] LogLock {
  public:
-  LogLock() { AcquireSRWLockExclusive(&log_lock); }
+  LogLock() {
+    AcquireSRWLockExclusive(&log_lock);
+    svcinst::start_up();
+  }
   LogLock(const LogLock&) = delete;
   LogLock& operator=(const LogLock&) = delete;
   ~LogLock() { ReleaseSRWLockExclusive(&log_lock); }
 };
+
+// Runs before the static initialisers of the program; up to 100 the priorities are the compiler's
+// own. Code that was loaded before the program may have called one of the functions already.
+[[gnu::constructor(101)]] void start_with_the_process() {
+  const LogLock lock;
+}
 
 int write_raw(const char* format, std::va_list arguments) {
   if (!log_settings.enable_log) return 0;

@@ -104,7 +104,7 @@ Prefix make_prefix(std::int32_t level) {
     append_number(prefix, record_counter, 4, ' ');
   }
   append_separator(prefix);
-  append(prefix, view(level_tags[level]));
+  append(prefix, level_tags[level]);
   append(prefix, "] ");
   return prefix;
 }

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "common/byte_string.h"
+#include "common/text_view.h"
 
 namespace svcinst {
 
@@ -27,20 +27,28 @@ struct LogSettings {
   bool flush = false;
   bool with_hex = false;
   bool thread = false;
-  std::uint64_t std_handle =
-      kNoConsole;                 // the process that has the console; from start-up, this one
+  std::uint64_t std_handle = 0;   // the process that has the console; from start-up, this one
   std::FILE* log_file = nullptr;  // owned; none while no log file is open
   std::int32_t mini_level = kInfo;
   bool cpu = false;
   bool count = false;
 };
 
+// For each level: colour, four letters, end of the colour.
+constexpr TextView level_tags[] = {"\033[36;40minfo\033[0m",   // cyan
+                                   "\033[32;40mnote\033[0m",   // green
+                                   "\033[33;40mwarn\033[0m",   // yellow
+                                   "\033[31;40meror\033[0m",   // red
+                                   "\033[35;40mfatl\033[0m"};  // magenta
+
 extern LogSettings log_settings;
 
-extern std::uint64_t record_counter;      // levelled records made so far
-extern std::int64_t start_time_ns;        // the monotonic clock at start-up
-extern std::int64_t last_record_time_ns;  // the same when the last levelled record was made
-extern char* stdout_buffer;               // kStdoutBufferSize bytes that standard output may use
-extern ByteString* level_tags;            // for each level: colour, four letters, end of the colour
+extern std::uint64_t record_counter;           // levelled records made so far
+extern std::int64_t start_time_ns;             // the monotonic clock at start-up
+extern std::int64_t last_record_time_ns;       // the same when the last levelled record was made
+extern char stdout_buffer[kStdoutBufferSize];  // what standard output may use
+
+/// Fills in what is known at run time only, at the first call; others do nothing.
+void start_up();
 
 }  // namespace svcinst
