@@ -32,4 +32,6 @@ function(svcinst_export_log target)
   list(TRANSFORM names PREPEND "LINKER:--require-defined=")
   target_link_options(${target} PRIVATE ${names} "LINKER:--dynamic-list=${list}.list"
                       "LINKER:--version-script=${list}.map")
+  # An optimisation as a whole compiles when it links. Among the libraries this stands behind CMake's -fPIE.
+  target_link_libraries(${target} PRIVATE -fPIC)
 endfunction()
