@@ -20,11 +20,9 @@ int ioctlsocket(SOCKET s, long command, u_long* value) {
 }
 
 int connect(SOCKET s, const sockaddr* name, int name_length) {
-  if (s >= FD_SETSIZE) {
-    errno = EMFILE;
-    return SOCKET_ERROR;
-  }
-  return connect(s, name, static_cast<socklen_t>(name_length));
+  const int result = connect(s, name, static_cast<socklen_t>(name_length));
+  if (result != 0 && errno == EINPROGRESS && s >= FD_SETSIZE) errno = EMFILE;
+  return result;
 }
 
 namespace {

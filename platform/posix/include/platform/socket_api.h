@@ -47,8 +47,8 @@ int WSAGetLastError();
 /// command: FIONBIO. value: 0 for blocking mode. Returns 0 or SOCKET_ERROR.
 int ioctlsocket(SOCKET s, long command, u_long* value);
 
-/// Returns 0 or SOCKET_ERROR. Refuses a socket too high for an `fd_set`, since no `select` can wait
-/// for it.
+/// Returns 0 or SOCKET_ERROR. A connection that would have to be waited for fails when its socket
+/// is too high for an `fd_set`, since no `select` can wait for it.
 int connect(SOCKET s, const sockaddr* name, int name_length);
 
 /// Waits as the system's `select` does, and for the whole of `timeout` when signals arrive
