@@ -1,6 +1,6 @@
 # The zip for people who only use the tool: `cpack` in the build folder. The times of its files are
 # SOURCE_DATE_EPOCH where that is set, and their order does not depend on the disk.
-install(FILES CHANGELOG.md docs/windows.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(FILES CHANGELOG.md docs/format-strings.md docs/windows.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 
 set(CPACK_GENERATOR External)

@@ -1,17 +1,18 @@
-/* The logger, for the program itself and for code that it loads: the executable exports these
- * twenty functions under these names. All callers share one configuration, which lives as long as
- * the process and holds its defaults before main runs. Calls may come from any thread; each runs as
- * a whole.
+/* The logger, for the program itself and for code that is loaded into it: the executable exports
+ * these twenty functions under these names. On Windows only such code can link the executable's
+ * import library; a program of its own that does so crashes at its first call.
  *
- * A format follows this system's own rules, which are not printf's: see docs/format-strings.md.
+ * All callers share one configuration, which lives as long as the process and holds its defaults
+ * when the first call arrives, even before main runs. Calls may come from any thread; each runs as
+ * a whole, so a setter waits for a log call that is under way.
+ *
+ * A format follows this system's own rules, which are not printf's: see format-strings.md.
  * Nothing is reported to callers. When memory runs out, std::bad_alloc leaves the function. */
 #ifndef SVCINST_LOG_LOG_H
 #define SVCINST_LOG_LOG_H
 
-/* NOLINTBEGIN(modernize-deprecated-headers): C has no others. */
 #include <stdbool.h>
 #include <stdint.h>
-/* NOLINTEND(modernize-deprecated-headers) */
 
 #ifdef __cplusplus
 extern "C" {
