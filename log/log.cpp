@@ -4,10 +4,8 @@
 
 #include "log/console_sink.h"
 #include "log/file_sink.h"
-#include "log/log_buffer.h"
 #include "log/log_record.h"
 #include "log/log_settings.h"
-#include "log/log_sinks.h"
 #include "log/network_sink.h"
 #include "platform/lock_api.h"
 
@@ -36,39 +34,19 @@ class [[nodiscard]] LogLock {
   const LogLock lock;
 }
 
-int write_raw(const char* format, std::va_list arguments) {
-  if (!log_settings.enable_log) return 0;
-  const svcinst::LogBuffer message = svcinst::format_message(false, format, arguments);
-  const svcinst::LogBuffer text = svcinst::join({}, view(message));
-  svcinst::deliver_raw(view(text));
-  return static_cast<int>(text.length);
-}
-
 // What log_it() does, for a caller that holds the lock.
-int announce(const char* format, ...) {
+int log_it_locked(const char* format, ...) {
   std::va_list arguments;
   va_start(arguments, format);
-  const int length = write_raw(format, arguments);
+  const int length = svcinst::log_raw(format, arguments);
   va_end(arguments);
   return length;
 }
 
-int write_record(svcinst::LogLevel level, const char* format, std::va_list arguments) {
-  const LogLock lock;
-  return svcinst::log_record(level, format, arguments);
-}
-
 template <class T>
-void store(T& setting, T value) {
+void change(T& setting, T value) {
   const LogLock lock;
   setting = value;
-}
-
-void open_socket(std::int32_t& field, const char* address, uint16_t port,
-                 svcinst::SocketKind kind) {
-  const LogLock lock;
-  if (!log_settings.enable_log || field != svcinst::kNoSocket) return;
-  field = svcinst::open_log_socket(address, port, kind);
 }
 
 }  // namespace
@@ -77,47 +55,52 @@ int log_it(const char* format, ...) {
   const LogLock lock;
   std::va_list arguments;
   va_start(arguments, format);
-  const int length = write_raw(format, arguments);
+  const int length = svcinst::log_raw(format, arguments);
   va_end(arguments);
   return length;
 }
 
 int log_info(const char* format, ...) {
+  const LogLock lock;
   std::va_list arguments;
   va_start(arguments, format);
-  const int length = write_record(svcinst::kInfo, format, arguments);
+  const int length = svcinst::log_record(svcinst::kInfo, format, arguments);
   va_end(arguments);
   return length;
 }
 
 int log_note(const char* format, ...) {
+  const LogLock lock;
   std::va_list arguments;
   va_start(arguments, format);
-  const int length = write_record(svcinst::kNote, format, arguments);
+  const int length = svcinst::log_record(svcinst::kNote, format, arguments);
   va_end(arguments);
   return length;
 }
 
 int log_warn(const char* format, ...) {
+  const LogLock lock;
   std::va_list arguments;
   va_start(arguments, format);
-  const int length = write_record(svcinst::kWarn, format, arguments);
+  const int length = svcinst::log_record(svcinst::kWarn, format, arguments);
   va_end(arguments);
   return length;
 }
 
 int log_error(const char* format, ...) {
+  const LogLock lock;
   std::va_list arguments;
   va_start(arguments, format);
-  const int length = write_record(svcinst::kError, format, arguments);
+  const int length = svcinst::log_record(svcinst::kError, format, arguments);
   va_end(arguments);
   return length;
 }
 
 int log_fatal(const char* format, ...) {
+  const LogLock lock;
   std::va_list arguments;
   va_start(arguments, format);
-  const int length = write_record(svcinst::kFatal, format, arguments);
+  const int length = svcinst::log_record(svcinst::kFatal, format, arguments);
   va_end(arguments);
   return length;
 }
@@ -125,45 +108,46 @@ int log_fatal(const char* format, ...) {
 int set_enable(bool enable) {
   const LogLock lock;
   log_settings.enable_log = enable;
-  return announce("set_enable_log(enable_log@0x%p, std_handle@0x%p) with f = '%s', pid = %d\n",
-                  &log_settings.enable_log, &log_settings.std_handle, enable ? "T" : "F",
-                  static_cast<std::int32_t>(log_settings.std_handle));
+  return log_it_locked("set_enable_log(enable_log@0x%p, std_handle@0x%p) with f = '%s', pid = %d\n",
+                       &log_settings.enable_log, &log_settings.std_handle,
+                       log_settings.enable_log ? "T" : "F",
+                       static_cast<std::int32_t>(log_settings.std_handle));
 }
 
 void set_max(int max) {
-  if (max > 0) store(log_settings.max, max);
+  if (max > 0) change(log_settings.max, max);
 }
 
 void set_with_hex(bool with_hex) {
-  store(log_settings.with_hex, with_hex);
+  change(log_settings.with_hex, with_hex);
 }
 
 void set_flush(bool flush) {
-  store(log_settings.flush, flush);
+  change(log_settings.flush, flush);
 }
 
 void set_auto_endline(bool auto_endline) {
-  store(log_settings.auto_endline, auto_endline);
+  change(log_settings.auto_endline, auto_endline);
 }
 
 void set_mini_level(int level) {
-  store(log_settings.mini_level, level);
+  change(log_settings.mini_level, level);
 }
 
 void set_time(bool time) {
-  store(log_settings.time, time);
+  change(log_settings.time, time);
 }
 
 void set_cpu(bool cpu) {
-  store(log_settings.cpu, cpu);
+  change(log_settings.cpu, cpu);
 }
 
 void set_thread(bool thread) {
-  store(log_settings.thread, thread);
+  change(log_settings.thread, thread);
 }
 
 void set_count(bool count) {
-  store(log_settings.count, count);
+  change(log_settings.count, count);
 }
 
 void set_log2cmd(uint64_t std_handle) {
@@ -177,9 +161,11 @@ void set_log2file(const char* name, int length) {
 }
 
 void set_log2tcp(const char* address, uint16_t port) {
-  open_socket(log_settings.tcp_socket, address, port, svcinst::SocketKind::tcp);
+  const LogLock lock;
+  if (log_settings.enable_log) svcinst::open_peer(address, port, svcinst::SocketKind::tcp);
 }
 
 void set_log2udp(const char* address, uint16_t port) {
-  open_socket(log_settings.udp_socket, address, port, svcinst::SocketKind::udp);
+  const LogLock lock;
+  if (log_settings.enable_log) svcinst::open_peer(address, port, svcinst::SocketKind::udp);
 }

@@ -1,10 +1,12 @@
 #include "log/log_record.h"
 
+#include <memory>
+
 #include "common/byte_string.h"
 #include "format/digits.h"
+#include "format/format_text.h"
 #include "format/number_text.h"
-#include "log/log_buffer.h"
-#include "log/log_settings.h"
+#include "format/output_buffer.h"
 #include "log/log_sinks.h"
 #include "platform/clock_api.h"
 #include "platform/process_api.h"
@@ -12,114 +14,92 @@
 namespace svcinst {
 namespace {
 
-// The prefix while it is built. With every field at its longest it has fewer than 150 bytes.
-struct Prefix {
-  char bytes[256];
-  std::uint64_t length = 0;
-};
+// With every field at its longest a prefix has fewer than 150 bytes.
+constexpr std::uint64_t kPrefixSize = 256;
 
-void append(Prefix& prefix, TextView text) {
-  text.copy(prefix.bytes + prefix.length, text.size());
-  prefix.length += text.size();
+void store_padded(OutputBuffer& prefix, const ByteString& text, std::uint64_t width, char fill) {
+  if (text.length < width) store_fill(prefix, fill, width - text.length);
+  store(prefix, view(text));
 }
 
-void append_fill(Prefix& prefix, std::uint64_t length, std::uint64_t width, char fill) {
-  for (; length < width; ++length) prefix.bytes[prefix.length++] = fill;
-}
-
-// Puts `text` behind the prefix, and before it as many `fill` as bring it to `width` bytes.
-void append_padded(Prefix& prefix, const ByteString& text, std::uint64_t width, char fill) {
-  append_fill(prefix, text.length, width, fill);
-  append(prefix, view(text));
-}
-
-void append_number(Prefix& prefix, std::uint64_t value, std::uint64_t width, char fill) {
-  const std::uint64_t length = decimal_length(value);
-  append_fill(prefix, length, width, fill);
-  prefix.length += length;
-  write_decimal(prefix.bytes + prefix.length, value);
-}
-
-void append_date_and_time(Prefix& prefix) {
+void store_date_and_time(OutputBuffer& prefix) {
   SYSTEMTIME now;
   GetLocalTime(&now);
-  append_number(prefix, now.wYear, 4, '0');
-  char* const rest = prefix.bytes + prefix.length;
-  append(prefix, "-00-00 00:00:00.000");
-  write_decimal(rest + 3, now.wMonth);
-  write_decimal(rest + 6, now.wDay);
-  write_decimal(rest + 9, now.wHour);
-  write_decimal(rest + 12, now.wMinute);
-  write_decimal(rest + 15, now.wSecond);
-  write_decimal(rest + 19, now.wMilliseconds);
+  char text[] = "00000-00-00 00:00:00.000|";
+  write_decimal(text + 5, now.wYear);
+  write_decimal(text + 8, now.wMonth);
+  write_decimal(text + 11, now.wDay);
+  write_decimal(text + 14, now.wHour);
+  write_decimal(text + 17, now.wMinute);
+  write_decimal(text + 20, now.wSecond);
+  write_decimal(text + 24, now.wMilliseconds);
+  store(prefix, text + (now.wYear < 10000 ? 1 : 0));
 }
 
 // Decimal text with "," between groups of three digits, counted from the right.
 ByteString grouped(std::int64_t value) {
   const ByteString digits = i64_to_dec(value);
   ByteString text;
-  resize(text, digits.length + (digits.length - 1) / 3, ',');
-  char* next = text.data;
-  for (std::uint64_t left = digits.length; left > 0; --left) {
-    if (left != digits.length && left % 3 == 0) ++next;
-    *next++ = digits.data[digits.length - left];
+  for (std::uint64_t i = 0; i < digits.length; ++i) {
+    if (i > 0 && (digits.length - i) % 3 == 0) append(text, ",");
+    append(text, view(digits).substr(i, 1));
   }
   return text;
 }
 
-void append_elapsed_time(Prefix& prefix) {
+void store_elapsed_time(OutputBuffer& prefix) {
   const std::int64_t now = monotonic_nanoseconds();
-  append_padded(prefix, grouped((now - start_time_ns) / 1000), 15, '0');
-  append(prefix, " us =+");
-  append_padded(prefix, grouped((now - last_record_time_ns) / 1000), 12, ' ');
-  append(prefix, " us");
+  store_padded(prefix, grouped((now - start_time_ns) / 1000), 15, '0');
+  store(prefix, " us =+");
+  store_padded(prefix, grouped((now - last_record_time_ns) / 1000), 12, ' ');
+  store(prefix, " us|");
 }
 
-void append_thread(Prefix& prefix) {
-  append(prefix, "0x");
-  append_padded(prefix, u64_to_hex(GetCurrentThreadId(), true, false), 8, '0');
+void store_thread(OutputBuffer& prefix) {
+  store(prefix, "0x");
+  store_padded(prefix, u64_to_hex(GetCurrentThreadId(), true, false), 8, '0');
+  store(prefix, "|");
 }
 
-void append_separator(Prefix& prefix) {
-  if (prefix.length > 1) append(prefix, "|");
+void store_record_number(OutputBuffer& prefix) {
+  store_padded(prefix, u64_to_dec(record_counter), 4, ' ');
+  store(prefix, "|");
 }
 
-Prefix make_prefix(std::int32_t level) {
-  Prefix prefix;
-  append(prefix, "[");
-  if (log_settings.time) {
-    append_separator(prefix);
-    append_date_and_time(prefix);
-  }
-  if (log_settings.cpu) {
-    append_separator(prefix);
-    append_elapsed_time(prefix);
-  }
-  if (log_settings.thread) {
-    append_separator(prefix);
-    append_thread(prefix);
-  }
-  if (log_settings.count) {
-    append_separator(prefix);
-    append_number(prefix, record_counter, 4, ' ');
-  }
-  append_separator(prefix);
-  append(prefix, level_tags[level]);
-  append(prefix, "] ");
-  return prefix;
+void store_prefix(OutputBuffer& prefix, LogLevel level) {
+  store(prefix, "[");
+  if (log_settings.time) store_date_and_time(prefix);
+  if (log_settings.cpu) store_elapsed_time(prefix);
+  if (log_settings.thread) store_thread(prefix);
+  if (log_settings.count) store_record_number(prefix);
+  store(prefix, level_tags[level]);
+  store(prefix, "] ");
 }
 
 }  // namespace
 
-std::int32_t log_record(std::int32_t level, const char* format, std::va_list arguments) {
+std::int32_t log_record(LogLevel level, const char* format, std::va_list arguments) {
   if (!log_settings.enable_log || level < log_settings.mini_level) return 0;
-  const Prefix prefix = make_prefix(level);
+  const auto max = static_cast<std::uint64_t>(log_settings.max);
+  const auto block = std::make_unique_for_overwrite<char[]>(kPrefixSize + max);
+  OutputBuffer record{block.get(), kPrefixSize};
+  store_prefix(record, level);
   ++record_counter;
-  const LogBuffer message = format_message(log_settings.with_hex, format, arguments);
-  const LogBuffer record = join({prefix.bytes, prefix.length}, view(message));
+  record.size = record.count + max;
+  format_text(log_settings.with_hex, record, format, arguments);
   last_record_time_ns = monotonic_nanoseconds();
-  deliver_record(view(record));
-  return static_cast<std::int32_t>(record.length);
+  deliver_record({block.get(), record.count});
+  return static_cast<std::int32_t>(record.count);
+}
+
+std::int32_t log_raw(const char* format, std::va_list arguments) {
+  if (!log_settings.enable_log) return 0;
+  const auto max = static_cast<std::uint64_t>(log_settings.max);
+  const auto block = std::make_unique_for_overwrite<char[]>(max);
+  OutputBuffer text{block.get(), max};
+  format_text(false, text, format, arguments);
+  deliver_to_file_or_console({block.get(), text.count});
+  return static_cast<std::int32_t>(text.count);
 }
 
 }  // namespace svcinst

@@ -17,7 +17,7 @@ constexpr std::uint64_t kNoConsole = UINT64_MAX;
 constexpr std::uint64_t kStdoutBufferSize = 4096;
 
 struct LogSettings {
-  std::int32_t max = 1024;  // bytes of each of the two buffers of a log call
+  std::int32_t max = 1024;  // bytes of a formatted message, without the prefix; more are dropped
   bool enable_log = true;
   bool time = true;
   std::int32_t tcp_socket = kNoSocket;

@@ -8,7 +8,7 @@ namespace svcinst {
 /// For levelled records: UDP peer, else TCP peer, else log file, else console, else nowhere.
 void deliver_record(TextView record);
 
-/// For raw text, which no network peer gets: log file, else console, else nowhere.
-void deliver_raw(TextView text);
+/// Log file, else console, else nowhere: raw text never goes to a network peer.
+void deliver_to_file_or_console(TextView text);
 
 }  // namespace svcinst

@@ -87,6 +87,11 @@ void set_blocking(SOCKET socket, bool blocking) {
 
 }  // namespace
 
+void open_peer(const char* address, std::uint16_t port, SocketKind kind) {
+  std::int32_t& field = kind == SocketKind::tcp ? log_settings.tcp_socket : log_settings.udp_socket;
+  if (field == kNoSocket) field = open_log_socket(address, port, kind);
+}
+
 std::int32_t open_log_socket(const char* address, std::uint16_t port, SocketKind kind) {
   WSADATA data;
   if (WSAStartup(MAKEWORD(2, 2), &data) != 0) return kNoSocket;

@@ -10,6 +10,9 @@ namespace svcinst {
 
 enum class SocketKind { tcp, udp };
 
+/// Opens the sink of that kind with open_log_socket(), unless it is open already.
+void open_peer(const char* address, std::uint16_t port, SocketKind kind);
+
 /// Connects a new socket to a peer and puts it in blocking mode. For TCP it waits one second at
 /// most. An option that cannot be set is reported on standard output. address: dotted IPv4 text.
 /// port: in the byte order of this machine. Returns the socket, which is the caller's, or
