@@ -43,6 +43,12 @@ int log_it_locked(const char* format, ...) {
   return length;
 }
 
+// The byte of an argument. Callers that were compiled elsewhere may pass more than 0 and 1, which
+// the compiler takes to be all that a bool holds unless it is volatile.
+svcinst::Flag byte_of(const volatile bool& flag) {
+  return reinterpret_cast<const volatile svcinst::Flag&>(flag);
+}
+
 template <class T>
 void change(T& setting, T value) {
   const LogLock lock;
@@ -107,7 +113,7 @@ int log_fatal(const char* format, ...) {
 
 int set_enable(bool enable) {
   const LogLock lock;
-  log_settings.enable_log = enable;
+  log_settings.enable_log = byte_of(enable);
   return log_it_locked("set_enable_log(enable_log@0x%p, std_handle@0x%p) with f = '%s', pid = %d\n",
                        &log_settings.enable_log, &log_settings.std_handle,
                        log_settings.enable_log ? "T" : "F",
@@ -119,15 +125,15 @@ void set_max(int max) {
 }
 
 void set_with_hex(bool with_hex) {
-  change(log_settings.with_hex, with_hex);
+  change(log_settings.with_hex, byte_of(with_hex));
 }
 
 void set_flush(bool flush) {
-  change(log_settings.flush, flush);
+  change(log_settings.flush, byte_of(flush));
 }
 
 void set_auto_endline(bool auto_endline) {
-  change(log_settings.auto_endline, auto_endline);
+  change(log_settings.auto_endline, byte_of(auto_endline));
 }
 
 void set_mini_level(int level) {
@@ -135,19 +141,19 @@ void set_mini_level(int level) {
 }
 
 void set_time(bool time) {
-  change(log_settings.time, time);
+  change(log_settings.time, byte_of(time));
 }
 
 void set_cpu(bool cpu) {
-  change(log_settings.cpu, cpu);
+  change(log_settings.cpu, byte_of(cpu));
 }
 
 void set_thread(bool thread) {
-  change(log_settings.thread, thread);
+  change(log_settings.thread, byte_of(thread));
 }
 
 void set_count(bool count) {
-  change(log_settings.count, count);
+  change(log_settings.count, byte_of(count));
 }
 
 void set_log2cmd(uint64_t std_handle) {

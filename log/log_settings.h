@@ -16,22 +16,24 @@ constexpr std::int32_t kNoSocket = -1;
 constexpr std::uint64_t kNoConsole = UINT64_MAX;
 constexpr std::uint64_t kStdoutBufferSize = 4096;
 
+using Flag = std::uint8_t;  // on when it is not zero
+
 struct LogSettings {
   std::int32_t max = 1024;  // bytes of a formatted message, without the prefix; more are dropped
-  bool enable_log = true;
-  bool time = true;
+  Flag enable_log = true;
+  Flag time = true;
   std::int32_t tcp_socket = kNoSocket;
   std::int32_t udp_socket = kNoSocket;
   char file_name[256] = "orv.log";
-  bool auto_endline = false;
-  bool flush = false;
-  bool with_hex = false;
-  bool thread = false;
+  Flag auto_endline = false;
+  Flag flush = false;
+  Flag with_hex = false;
+  Flag thread = false;
   std::uint64_t std_handle = 0;   // the process that has the console; from start-up, this one
   std::FILE* log_file = nullptr;  // owned; none while no log file is open
   std::int32_t mini_level = kInfo;
-  bool cpu = false;
-  bool count = false;
+  Flag cpu = false;
+  Flag count = false;
 };
 
 // For each level: colour, four letters, end of the colour.

@@ -36,7 +36,7 @@ TEST_F(LogTest, ChangesFieldsButNoSinkWhileItIsOff) {
   EXPECT_STREQ(log_settings.file_name, before.file_name);
   constexpr void (*kSetters[])(bool) = {set_time,   set_auto_endline, set_flush, set_with_hex,
                                         set_thread, set_cpu,          set_count};
-  constexpr bool LogSettings::*kFields[] = {
+  constexpr Flag LogSettings::*kFields[] = {
       &LogSettings::time,   &LogSettings::auto_endline, &LogSettings::flush, &LogSettings::with_hex,
       &LogSettings::thread, &LogSettings::cpu,          &LogSettings::count};
   set_time(false);
