@@ -1,5 +1,7 @@
+#include <poll.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstddef>
 #include <cstring>
 
@@ -25,46 +27,21 @@ int connect(SOCKET s, const sockaddr* name, int name_length) {
   return result;
 }
 
-namespace {
-
-// The system calls a socket whose connection failed writable as well; Windows does not.
-void move_failed(int socket_count, fd_set* writers, fd_set* exceptions) {
-  for (SOCKET s = 0; s < socket_count; ++s) {
-    if (!FD_ISSET(s, writers)) continue;
-    int error = 0;
-    socklen_t length = sizeof error;
-    if (getsockopt(s, SOL_SOCKET, SO_ERROR, &error, &length) != 0 || error == 0) continue;
-    FD_CLR(s, writers);
-    FD_SET(s, exceptions);
-  }
-}
-
-}  // namespace
-
-int select(int socket_count, fd_set* readers, fd_set* writers, fd_set* exceptions,
+int select(int socket_count, fd_set* /*readers*/, fd_set* writers, fd_set* exceptions,
            const TIMEVAL* timeout) {
-  timeval left{timeout->tv_sec, timeout->tv_usec};
-  int ready = 0;
-  // The kernel takes what has passed from `left`; an interrupted call leaves the sets as they were.
-  do {
-    ready = select(socket_count, readers, writers, exceptions, &left);
-  } while (ready < 0 && errno == EINTR);
-  if (ready > 0 && writers != nullptr && exceptions != nullptr)
-    move_failed(socket_count, writers, exceptions);
+  const timespec limit{timeout->tv_sec, timeout->tv_usec * 1000};
+  sigset_t all_signals;
+  sigfillset(&all_signals);
+  pollfd waiting{socket_count - 1, POLLOUT, 0};
+  const int ready = ppoll(&waiting, 1, &limit, &all_signals);
+  const bool failed = (waiting.revents & POLLERR) != 0;
+  FD_CLR(waiting.fd, failed ? writers : exceptions);
   return ready;
 }
 
 int send(SOCKET s, const char* bytes, int length, int flags) {
-  int sent = 0;
-  do {
-    const auto left = static_cast<std::size_t>(length - sent);
-    const ssize_t taken =
-        ::send(s, static_cast<const void*>(bytes + sent), left, flags | MSG_NOSIGNAL);
-    if (taken < 0 && errno == EINTR) continue;
-    if (taken < 0) return sent != 0 ? sent : SOCKET_ERROR;
-    sent += static_cast<int>(taken);
-  } while (sent < length);
-  return sent;
+  const auto size = static_cast<std::size_t>(length);
+  return static_cast<int>(send(s, static_cast<const void*>(bytes), size, flags | MSG_NOSIGNAL));
 }
 
 int closesocket(SOCKET s) {

@@ -1,7 +1,6 @@
 // The Windows Sockets names over the system's own sockets. `socket`, `setsockopt`, `inet_addr` and
 // `htons` are the system's; the functions below, which a call with Windows' argument types finds,
-// make up the differences: lengths are `int`, a time-out is a TIMEVAL. The first argument of
-// `select`, which Windows ignores, is the highest socket + 1. Error codes are errno's.
+// make up the differences: lengths are `int`, a time-out is a TIMEVAL. Error codes are errno's.
 #pragma once
 
 #include <arpa/inet.h>
@@ -51,14 +50,14 @@ int ioctlsocket(SOCKET s, long command, u_long* value);
 /// is too high for an `fd_set`, since no `select` can wait for it.
 int connect(SOCKET s, const sockaddr* name, int name_length);
 
-/// Waits as the system's `select` does, and for the whole of `timeout` when signals arrive
-/// meanwhile. A socket whose connection failed is in `exceptions`, where given, not in `writers`.
+/// Waits for one socket, which is `socket_count` - 1 and in both sets, until its connection stands
+/// or has failed: it then stays in `writers` or in `exceptions` only. Signals are held back
+/// meanwhile. Returns 1, 0 after `timeout`, or SOCKET_ERROR; the sets are then worth nothing.
 int select(int socket_count, fd_set* readers, fd_set* writers, fd_set* exceptions,
            const TIMEVAL* timeout);
 
-/// Sends all `length` bytes of `bytes`; in blocking mode it waits until the system has taken them.
-/// A peer that has gone makes it fail and raises no SIGPIPE. Returns `length`, fewer when a later
-/// piece failed, or SOCKET_ERROR.
+/// In blocking mode it waits until the system has taken all `length` bytes. A peer that has gone
+/// makes it fail and raises no SIGPIPE. Returns the bytes sent or SOCKET_ERROR.
 int send(SOCKET s, const char* bytes, int length, int flags);
 
 /// Returns 0 or SOCKET_ERROR.
