@@ -37,11 +37,11 @@ struct LogSettings {
 };
 
 // For each level: colour, four letters, end of the colour.
-constexpr TextView level_tags[] = {"\033[36;40minfo\033[0m",   // cyan
-                                   "\033[32;40mnote\033[0m",   // green
-                                   "\033[33;40mwarn\033[0m",   // yellow
-                                   "\033[31;40meror\033[0m",   // red
-                                   "\033[35;40mfatl\033[0m"};  // magenta
+inline constinit const TextView level_tags[] = {"\033[36;40minfo\033[0m",   // cyan
+                                                "\033[32;40mnote\033[0m",   // green
+                                                "\033[33;40mwarn\033[0m",   // yellow
+                                                "\033[31;40meror\033[0m",   // red
+                                                "\033[35;40mfatl\033[0m"};  // magenta
 
 extern LogSettings log_settings;
 

@@ -1,51 +1,43 @@
-// Every test of the logger starts with the default settings and with a clock that stands still.
+// Every test of the logger begins with an empty folder and the default settings, but without date
+// and time.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "log/log.h"
 #include "log/log_settings.h"
 #include "tests/support/capture.h"
-#include "tests/support/scripted_clock.h"
 
 namespace svcinst {
 
+inline const LogSettings defaults = log_settings;  // before main, in a static initialiser
 inline const std::string info_tag = "\033[36;40minfo\033[0m] ";
 
-class LogTest : public ::testing::Test {
- protected:
+struct LogTest : ::testing::Test {
   LogTest() {
-    reset_scripted_clock();
-    set_defaults();
-  }
-  ~LogTest() override { set_defaults(); }
-
-  [[nodiscard]] std::string path(const std::string& name) const { return directory_.path(name); }
-  void open_file(const std::string& name) const {
-    set_log2file(path(name).c_str(), static_cast<int>(path(name).size()));
-  }
-  /// What `call` writes to a log file of its own.
-  template <class Call>
-  std::string written_by(Call call) {
-    open_file(std::to_string(++files_));
-    call();
-    std::fflush(log_settings.log_file);
-    return file_bytes(log_settings.file_name);
-  }
-
- private:
-  static void set_defaults() {
-    if (log_settings.log_file != nullptr) std::fclose(log_settings.log_file);
-    log_settings = {};
-    log_settings.std_handle = GetCurrentProcessId();
+    log_settings = defaults;
+    EXPECT_TRUE(log_settings.time);
+    set_time(false);
     record_counter = 0;
-    start_time_ns = last_record_time_ns = 0;
+  }
+  ~LogTest() override { set_log2file("", 0); }  // closes the file
+
+  void open_file(const std::string& name) const {
+    set_log2file(folder.path(name).c_str(), static_cast<int>(folder.path(name).size()));
+  }
+  /// What a call writes to a new log file; it has to return how many bytes that are.
+  template <class... Arguments>
+  std::string logged(int (*call)(const char*, ...), Arguments... arguments) {
+    open_file(std::to_string(++file_count));
+    const int length = call(arguments...);
+    std::fflush(log_settings.log_file);
+    std::string bytes = file_bytes(log_settings.file_name);
+    EXPECT_EQ(length, std::ssize(bytes));
+    return bytes;
   }
 
-  TempDirectory directory_;
-  int files_ = 0;
+  TempDirectory folder;
+  int file_count = 0;
 };
 
 }  // namespace svcinst

@@ -15,15 +15,24 @@ struct OwnedSocket {
   ~OwnedSocket() { closesocket(handle); }
   /// Waits for a datagram, or for some bytes of a stream; empty at its end.
   [[nodiscard]] std::string receive() const {
-    std::string bytes(1000, '\0');
-    bytes.resize(static_cast<std::size_t>(recv(handle, bytes.data(), 1000, 0)));
-    return bytes;
+    char bytes[1000];
+    return {bytes, static_cast<std::size_t>(recv(handle, bytes, sizeof bytes, 0))};
   }
 
   SOCKET handle;
 };
 
-/// Has a port of this machine; a stream socket refuses connections until it listens.
+/// A socket-level option that is a number.
+template <class Number>
+int option(Number socket, int name) {
+  int value = 0;  // a system may fill one byte only
+  socklen_t length = sizeof value;
+  getsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, name, reinterpret_cast<char*>(&value),
+             &length);
+  return value;
+}
+
+/// Has a port of this machine. A stream socket takes one connection that is not accepted yet.
 struct Peer : OwnedSocket {
   explicit Peer(int type) : OwnedSocket(new_socket(type)) {
     address.sin_family = AF_INET;
@@ -33,6 +42,7 @@ struct Peer : OwnedSocket {
     static_cast<void>(bind(handle, name, length));
     getsockname(handle, name, &length);
     port = ntohs(address.sin_port);
+    listen(handle, 0);  // without effect on a datagram socket
   }
   [[nodiscard]] SOCKET accept_one() const { return accept(handle, nullptr, nullptr); }
 
