@@ -43,6 +43,8 @@ TEST_F(LogTest, ASinkThatFailsLosesOnlyItsRecords) {
   set_log2tcp("127.0.0.1", peer.port);
   close(peer.accept_one());
   EXPECT_EQ(log_info("x") + log_info("x"), 40);
+  set_log2udp("127.0.0.1", peer.port);  // where no datagram socket is
+  EXPECT_EQ(log_info("x") + log_info("x"), 40);
 }
 
 TEST_F(LogTest, AttemptsToConnectEndWithinASecondAndMayBeRepeated) {
