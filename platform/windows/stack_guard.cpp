@@ -1,6 +1,6 @@
-// The stack protector's guard, and what checks of the stack and of buffer sizes call when they fail.
-// The compiler's library has all three, but asks the system's cryptography for the guard, whose
-// libraries take as long to load as everything else in a start.
+// The stack protector's guard, and what checks of the stack and of buffer sizes call when they
+// fail. The compiler's library has all three, but asks the system's cryptography for the guard,
+// whose libraries take as long to load as everything else in a start.
 #include <cstdint>
 #include <string_view>
 
