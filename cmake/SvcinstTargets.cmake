@@ -1,4 +1,4 @@
-# A release is optimised as a whole. For Windows the same is done in SvcinstWindows.cmake.
+# A release is optimised as a whole.
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)
 endif()

@@ -7,11 +7,12 @@ add_link_options(-static LINKER:--stack,8388608)
 add_link_options(LINKER:--no-insert-timestamp)
 add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
 
-# A release is optimised as a whole. The objects hold machine code too, so that tests can replace
-# functions of the platform when they are linked.
-if(CMAKE_BUILD_TYPE STREQUAL "MinSizeRel")
+# The objects of a release hold machine code too, so that tests can replace functions of the platform when
+# they are linked. The runtime library counts a text's bytes one by one, behind a call through a pointer:
+# formatting takes two thirds of the time when the compiler writes its own code for it.
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
   target_compile_options(svcinst_options INTERFACE
-    -flto -ffat-lto-objects -ffunction-sections -fdata-sections)
+    -ffat-lto-objects -ffunction-sections -fdata-sections -minline-all-stringops)
 endif()
 
 # svcinst_windows_program(TARGET): what only the shipped executable gets: its resources, the import
@@ -27,8 +28,8 @@ function(svcinst_windows_program target)
   set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
   target_link_options(${target} PRIVATE
     LINKER:--dynamicbase,--nxcompat,--high-entropy-va LINKER:--gc-sections)
-  if(CMAKE_BUILD_TYPE STREQUAL "MinSizeRel")
-    target_link_options(${target} PRIVATE -Os -flto -s)
+  if(CMAKE_BUILD_TYPE STREQUAL "Release")
+    target_link_options(${target} PRIVATE -s)
   endif()
   install(TARGETS ${target} ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
 endfunction()
