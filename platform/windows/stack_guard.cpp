@@ -27,11 +27,11 @@ extern "C" {
 // Where no random number is to be had, bytes that a copied text can't contain stay in it.
 [[gnu::used]] std::uintptr_t __stack_chk_guard = 0x0a0d'ff00'0a0d'ff00;
 
-[[gnu::used, noreturn]] void __stack_chk_fail() {
+[[gnu::used, gnu::noreturn]] void __stack_chk_fail() {
   end_process("*** stack smashing detected ***: terminated\n");
 }
 
-[[gnu::used, noreturn]] void __chk_fail() {
+[[gnu::used, gnu::noreturn]] void __chk_fail() {
   end_process("*** buffer overflow detected ***: terminated\n");
 }
 }
