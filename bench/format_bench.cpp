@@ -10,22 +10,10 @@
 
 #include "bench/contest.h"
 #include "bench/format_peer.h"
-#include "format/format_text.h"
+#include "bench/messages.h"
 
 namespace svcinst::bench {
 namespace {
-
-constexpr std::size_t kSize = 256;  // bytes of the buffer, more than any message here
-
-using Print = int (*)(char* buffer, const char* format, ...);
-
-int print_ours(char* buffer, const char* format, ...) {
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int length = format_text(0, buffer, kSize, format, arguments);
-  va_end(arguments);
-  return length;
-}
 
 int print_libc(char* buffer, const char* format, ...) {
   std::va_list arguments;
@@ -43,64 +31,11 @@ int print_stb(char* buffer, const char* format, ...) {
   return length;
 }
 
-// Every format in two notations, and the values that both print.
-template <class... Values>
-struct Message {
-  const char* format;
-  const char* fmt_format;
-  std::tuple<Values...> values;
-};
-
-template <class... Values>
-Message<Values...> message(const char* format, const char* fmt_format, Values... values) {
-  return {format, fmt_format, {values...}};
-}
-
-const char* const block = "Tcpip/Parameters/Interfaces";
-const std::string_view slice(block, 5);
-
-const auto messages = std::tuple(
-    message("service '%s' is now %s\n", "service '{}' is now {}\n", "hello", "running"),
-    message("open the service '%s' failed with %d\n", "open the service '{}' failed with {}\n",
-            "a_service_with_a_longer_name", 1060),
-    message("%s: %d of %d handles closed, %u left\n", "{}: {} of {} handles closed, {} left\n",
-            "manager", 12, 4096, 4084U),
-    message("checkpoint %5d of %5d, wait hint %u ms\n",
-            "checkpoint {:5} of {:5}, wait hint {} ms\n", 3, 1500, 30000U),
-    message("access 0x%x, type 0x%x, start %d\n", "access 0x{:x}, type 0x{:x}, start {}\n",
-            0xf01ffU, 0x10U, 2),
-    message("drive %c: holds %s, %u bytes free\n", "drive {}: holds {}, {} bytes free\n", 'C',
-            "Program Files", 3221225472U),
-    message("process %d took %5d us in state %x, then stopped as it was asked to by %s\n",
-            "process {} took {:5} us in state {:x}, then stopped as it was asked to by {}\n", 21876,
-            731, 4U, "the service manager"),
-    message("no value here, only a text as most of the messages of this program are\n",
-            "no value here, only a text as most of the messages of this program are\n"),
-    message("%s %s %s=%s, group %c%c, exit code %d\n", "{} {} {}={}, group {}{}, exit code {}\n",
-            "--install", "--name", "--binpath", "C:\\hello\\hello.exe", 'A', 'z', -1));
-
-// The same with "%.*s", which takes two values for one.
-int print_slice(Print print, char* buffer) {
-  return print(buffer, "depends on %.*s (%d), queried %u times\n", static_cast<int>(slice.size()),
-               slice.data(), 5, 17U);
-}
-
 int print_fmt_slice(char* buffer) {
   const char* format = "depends on {} ({}), queried {} times\n";
   benchmark::DoNotOptimize(format);
   const auto end = fmt::format_to_n(buffer, kSize, fmt::runtime(format), slice, 5, 17U);
   return static_cast<int>(end.size);
-}
-
-template <class Visit>
-void for_each_message(Visit visit) {
-  std::apply([&](const auto&... each) { (visit(each), ...); }, messages);
-}
-
-template <Print print, class... Values>
-int print_message(char* buffer, const Message<Values...>& each) {
-  return std::apply([&](const Values&... values) { return print(buffer, each.format, values...); },
-                    each.values);
 }
 
 template <class... Values>
@@ -111,17 +46,6 @@ int print_fmt_message(char* buffer, const Message<Values...>& each) {
         return static_cast<int>(end.size);
       },
       each.values);
-}
-
-template <Print print>
-void print_mix() {
-  std::array<char, kSize> buffer;
-  for_each_message([&](const auto& each) {
-    print_message<print>(buffer.data(), each);
-    benchmark::DoNotOptimize(buffer);
-  });
-  print_slice(print, buffer.data());
-  benchmark::DoNotOptimize(buffer);
 }
 
 void print_fmt_mix() {
