@@ -20,18 +20,17 @@ namespace {
 
 }  // namespace
 
-// The names are the compiler's, which calls them when it generates code, after an optimisation as a
-// whole has looked for what nobody uses.
+// The names are the compiler's.
 // NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
 extern "C" {
 // Where no random number is to be had, bytes that a copied text can't contain stay in it.
-[[gnu::used]] std::uintptr_t __stack_chk_guard = 0x0a0d'ff00'0a0d'ff00;
+std::uintptr_t __stack_chk_guard = 0x0a0d'ff00'0a0d'ff00;
 
-[[gnu::used, gnu::noreturn]] void __stack_chk_fail() {
+[[gnu::noreturn]] void __stack_chk_fail() {
   end_process("*** stack smashing detected ***: terminated\n");
 }
 
-[[gnu::used, gnu::noreturn]] void __chk_fail() {
+[[gnu::noreturn]] void __chk_fail() {
   end_process("*** buffer overflow detected ***: terminated\n");
 }
 }
