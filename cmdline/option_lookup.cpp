@@ -32,9 +32,9 @@ const MatchNode* find_option(const Grammar& grammar, TextView name) {
   if (!grammar.result) return nullptr;
   LinkedList<const MatchNode*> options;
   collect_nodes_of_type(*grammar.result, kParamAndValueType, options);
-  for (const auto* entry = options.head; entry != nullptr; entry = entry->next) {
-    const TextView found = option_name(*entry->value);
-    if (!is_absent(found) && found == name) return entry->value;
+  for (const MatchNode* option : options) {
+    const TextView found = option_name(*option);
+    if (!is_absent(found) && found == name) return option;
   }
   return nullptr;
 }

@@ -20,12 +20,12 @@ ByteString option_names(const OptionSpec& option) {
 }  // namespace
 
 bool add_option(OptionRegistry& registry, const OptionSpec& spec) {
-  for (const auto* entry = registry.options.head; entry != nullptr; entry = entry->next) {
-    if (same_name(spec.long_name, entry->value.long_name)) {
+  for (const OptionSpec& option : registry.options) {
+    if (same_name(spec.long_name, option.long_name)) {
       std::printf("exists same long name.\n");
       return false;
     }
-    if (same_name(spec.short_name, entry->value.short_name)) {
+    if (same_name(spec.short_name, option.short_name)) {
       std::printf("exists same short name.\n");
       return false;
     }
@@ -37,10 +37,10 @@ bool add_option(OptionRegistry& registry, const OptionSpec& spec) {
 
 ByteString build_help_text(const OptionRegistry& registry) {
   ByteString text = registry.description + "\n\n\n\n";
-  for (const auto* entry = registry.options.head; entry != nullptr; entry = entry->next) {
-    ByteString line = option_names(entry->value);
+  for (const OptionSpec& option : registry.options) {
+    ByteString line = option_names(option);
     resize(line, kNamesWidth, ' ');
-    append(line, view(entry->value.help_text));
+    append(line, view(option.help_text));
     append(line, "\n");
     append(text, view(line));
   }

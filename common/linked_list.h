@@ -32,6 +32,19 @@ struct LinkedList {
   ~LinkedList() {
     while (head != nullptr) remove_head(*this);
   }
+
+  /// For a loop over the values, from the first to the last.
+  struct Iterator {
+    const LinkedListEntry<T>* entry;
+    const T& operator*() const { return entry->value; }
+    Iterator& operator++() {
+      entry = entry->next;
+      return *this;
+    }
+    bool operator==(const Iterator&) const = default;
+  };
+  [[nodiscard]] Iterator begin() const { return {head}; }
+  [[nodiscard]] Iterator end() const { return {nullptr}; }
 };
 
 /// Puts `value` behind the last entry of `list`. Throws std::bad_alloc; `list` is then unchanged.
@@ -42,14 +55,14 @@ void append(LinkedList<T>& list, T value) {
   list.tail = entry;
 }
 
-/// Moves every entry of `source`, in order, behind the last entry of `list`; `source` is then
+/// Moves every entry of `source`, in order, in front of the first entry of `list`; `source` is then
 /// empty.
 template <class T>
-void splice_back(LinkedList<T>& list, LinkedList<T>& source) noexcept {
+void splice_front(LinkedList<T>& list, LinkedList<T>& source) noexcept {
   if (source.head == nullptr) return;
-  source.head->previous = list.tail;
-  (list.tail != nullptr ? list.tail->next : list.head) = source.head;
-  list.tail = source.tail;
+  source.tail->next = list.head;
+  (list.head != nullptr ? list.head->previous : list.tail) = source.tail;
+  list.head = source.head;
   source.head = source.tail = nullptr;
 }
 

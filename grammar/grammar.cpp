@@ -12,11 +12,9 @@ namespace {
 NameMap number_rules(const GrammarNode& root) {
   NameMap names;
   std::uint16_t number = 0;
-  for (auto* entry = root.children.head; entry != nullptr && number < kMaxRules;
-       entry = entry->next) {
-    GrammarNode* const rule = entry->value.get();
-    names.insert_or_assign(text_of(*first_child(*rule)), NumberedRule{number, rule});
-    ++number;
+  for (const auto& rule : root.children) {
+    if (number == kMaxRules) break;
+    names.insert_or_assign(text_of(*first_child(*rule)), NumberedRule{number++, rule.get()});
   }
   return names;
 }
@@ -40,9 +38,7 @@ Grammar::Grammar(TextView text) : rules(std::make_unique<RuleTable>()) {
   root = read_grammar(text.data(), text.size(), error);
   if (!root) return;
   const NameMap names = number_rules(*root);
-  for (auto* entry = root->children.head; entry != nullptr; entry = entry->next) {
-    resolve_identifiers(*entry->value, names, *rules);
-  }
+  resolve_identifiers(*root, names, *rules);
   start_rule = first_child(*root);
 }
 
@@ -53,12 +49,11 @@ bool NameLess::operator()(TextView left, TextView right) const {
 }
 
 void resolve_identifiers(GrammarNode& node, const NameMap& names, RuleTable& table) {
-  for (auto* entry = node.children.head; entry != nullptr; entry = entry->next) {
-    GrammarNode& child = *entry->value;
-    if (child.type == NodeType::identifier) {
-      resolve(child, names, table);
+  for (const auto& child : node.children) {
+    if (child->type == NodeType::identifier) {
+      resolve(*child, names, table);
     } else {
-      resolve_identifiers(child, names, table);
+      resolve_identifiers(*child, names, table);
     }
   }
 }

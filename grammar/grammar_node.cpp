@@ -4,11 +4,16 @@
 
 namespace svcinst {
 
-// Takes over each child's children before the child goes, so that a deep tree needs no deep stack.
+// Children go before their node, first to last. Taking them over first spares a deep tree the deep
+// stack.
 GrammarNode::~GrammarNode() {
   while (children.head != nullptr) {
-    splice_back(children, children.head->value->children);
-    remove_head(children);
+    GrammarNodeList& below = children.head->value->children;
+    if (below.head != nullptr) {
+      splice_front(children, below);
+    } else {
+      remove_head(children);
+    }
   }
 }
 

@@ -120,23 +120,22 @@ const char* match_rule(Matcher& matcher, const GrammarNode& node, const char* po
 const char* match_alternation(Matcher& matcher, const GrammarNode& node, const char* position) {
   const NestingLevel level(matcher.nesting);
   if (!level.allowed()) return nullptr;
-  for (const auto* entry = node.children.head; entry != nullptr; entry = entry->next) {
-    if (const char* end = match_node(matcher, *entry->value, position)) return end;
+  for (const auto& child : node.children) {
+    if (const char* end = match_node(matcher, *child, position)) return end;
   }
   return nullptr;
 }
 
 const char* match_concatenation(Matcher& matcher, const GrammarNode& node, const char* position) {
   const std::uint64_t mark = matcher.pending.size();
-  for (const auto* entry = node.children.head; entry != nullptr; entry = entry->next) {
-    const GrammarNode& child = *entry->value;
+  for (const auto& child : node.children) {
     const std::uint64_t child_mark = matcher.pending.size();
-    const char* const end = match_node(matcher, child, position);
+    const char* const end = match_node(matcher, *child, position);
     if (end == nullptr) {
       matcher.drop(mark);
       return nullptr;
     }
-    if (end == position && is_structure(child.type)) matcher.drop(child_mark);
+    if (end == position && is_structure(child->type)) matcher.drop(child_mark);
     position = end;
   }
   return position;
@@ -147,8 +146,8 @@ const char* match_group(Matcher& matcher, const GrammarNode& node, const char* p
 }
 
 const char* match_option(Matcher& matcher, const GrammarNode& node, const char* position) {
-  for (const auto* entry = node.children.head; entry != nullptr; entry = entry->next) {
-    if (const char* end = match_node(matcher, *entry->value, position)) return end;
+  for (const auto& child : node.children) {
+    if (const char* end = match_node(matcher, *child, position)) return end;
   }
   return position;
 }

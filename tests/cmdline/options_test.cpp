@@ -63,8 +63,7 @@ TEST(OptionLookup, CollectsDescendantsInPreOrderWithoutTheRoot) {
   collect_nodes_of_type(*root, 3, found);
   collect_nodes_of_type(*root, root->type, found);
   std::string texts;
-  for (const auto* entry = found.head; entry != nullptr; entry = entry->next)
-    texts += std::string(entry->value->start, entry->value->length) + " ";
+  for (const MatchNode* node : found) texts += std::string(node->start, node->length) + " ";
   EXPECT_EQ(texts, "(()) () () ");
 }
 

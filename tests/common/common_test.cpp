@@ -55,7 +55,7 @@ TEST(ByteString, CopiesIntoItsBlockMovesWithoutCopyingAndJoins) {
 std::string values(const LinkedList<char>& list) {
   std::string forwards;
   std::string backwards;
-  for (auto* entry = list.head; entry != nullptr; entry = entry->next) forwards += entry->value;
+  for (const char letter : list) forwards += letter;
   for (auto* entry = list.tail; entry != nullptr; entry = entry->previous)
     backwards.insert(0, 1, entry->value);
   EXPECT_EQ(forwards, backwards);
@@ -65,9 +65,9 @@ std::string values(const LinkedList<char>& list) {
 TEST(LinkedList, KeepsItsOrderThroughEveryChange) {
   LinkedList<char> list;
   LinkedList<char> other;
-  for (const char* letters : {"", "ab", "c"}) {
+  for (const char* letters : {"", "bc", "a"}) {
     for (; *letters != '\0'; ++letters) append(other, *letters);
-    splice_back(list, other);
+    splice_front(list, other);
     EXPECT_EQ(values(other), "");
   }
   LinkedList<char> moved(std::move(list));

@@ -14,10 +14,10 @@ void check_node(const GrammarNode& node, const Grammar& grammar) {
   if (type >= kFirstRuleReference)
     require(text_of(*first_child(*grammar.rules->slots.at(type))) == text_of(node));
   const char* at = node.begin;
-  for (const auto* entry = node.children.head; entry != nullptr; entry = entry->next) {
-    require(at <= entry->value->begin);
-    check_node(*entry->value, grammar);
-    at = entry->value->end;
+  for (const auto& child : node.children) {
+    require(at <= child->begin);
+    check_node(*child, grammar);
+    at = child->end;
   }
   require(at <= node.end);
 }

@@ -24,8 +24,8 @@ struct Model {
     if (node.type == NodeType::repeat_at_least_once) return end_of_repeat(node, 1, at);
     if (type > value_of(NodeType::option)) return test_terminal(node, at, input_end);
     const bool sequence = node.type == NodeType::concatenation;
-    for (const auto* entry = node.children.head; entry != nullptr; entry = entry->next) {
-      const char* const end = end_of(*entry->value, at);
+    for (const auto& child : node.children) {
+      const char* const end = end_of(*child, at);
       if ((end != nullptr) != sequence) return end;
       if (sequence) at = end;
     }
@@ -35,11 +35,11 @@ struct Model {
   const char* end_of_repeat(const GrammarNode& node, std::uint64_t least, const char* at) {
     std::uint64_t greatest = UINT64_MAX;
     const GrammarNode* body = nullptr;
-    for (const auto* entry = node.children.head; entry != nullptr; entry = entry->next) {
-      if (entry->value->type == NodeType::alternation)
-        body = entry->value.get();
+    for (const auto& child : node.children) {
+      if (child->type == NodeType::alternation)
+        body = child.get();
       else
-        (body == nullptr ? least : greatest) = integer_value(*entry->value);
+        (body == nullptr ? least : greatest) = integer_value(*child);
     }
     std::uint64_t count = 0;
     for (const char* end = at; count < greatest && (end = end_of(*body, at)) != nullptr; at = end) {

@@ -15,8 +15,8 @@ inline std::string tree_text(const GrammarNode* node) {
   if (type >= kFirstRuleReference) return "#" + std::to_string(type - kFirstRuleReference);
   if (node->children.head == nullptr) return {node->begin, node->end};
   std::string children;
-  for (const auto* entry = node->children.head; entry != nullptr; entry = entry->next)
-    children += (children.empty() ? "" : " ") + tree_text(entry->value.get());
+  for (const auto& child : node->children)
+    children += (children.empty() ? "" : " ") + tree_text(child.get());
   return std::to_string(type) + "(" + children + ")";
 }
 
