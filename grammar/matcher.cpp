@@ -31,7 +31,8 @@ struct Matcher {
   const RuleTable& rules;
   const char* input_end;
   std::vector<MatchNode> pending{};
-  Nesting nesting{};
+  std::uint32_t depth = 0;
+  bool too_deep = false;  // nothing more is matched
 
   Matcher(const RuleTable& rule_table, const char* begin, const char* end)
       : rules(rule_table), input_end(end) {
@@ -44,6 +45,12 @@ struct Matcher {
   void collect(std::uint16_t type, const char* begin, const char* end, std::uint64_t mark);
   void drop(std::uint64_t mark) noexcept;
   MatchNodePtr take_result(const char* begin, const char* end);
+
+  // Past the limit the whole match fails: trying what is left could take forever.
+  const char* give_up() {
+    too_deep = true;
+    return nullptr;
+  }
 };
 
 // Puts the nodes from `mark` on into one new node over the text from `begin` up to `end`.
@@ -60,7 +67,7 @@ void Matcher::drop(std::uint64_t mark) noexcept {
 
 // The whole result, once the match has succeeded from `begin` to `end`.
 MatchNodePtr Matcher::take_result(const char* begin, const char* end) {
-  if (nesting.exceeded) return nullptr;
+  if (too_deep) return nullptr;
   if (pending.size() != 1) collect(kAnonymousType, begin, end, 0);
   MatchNodePtr result(new MatchNode(pending.back()));
   pending.pop_back();
@@ -118,8 +125,8 @@ const char* match_rule(Matcher& matcher, const GrammarNode& node, const char* po
 }
 
 const char* match_alternation(Matcher& matcher, const GrammarNode& node, const char* position) {
-  const NestingLevel level(matcher.nesting);
-  if (!level.allowed()) return nullptr;
+  const NestingLevel level(matcher.depth);
+  if (!level.allowed()) return matcher.give_up();
   for (const auto& child : node.children) {
     if (const char* end = match_node(matcher, *child, position)) return end;
   }
@@ -225,7 +232,7 @@ constexpr std::array<MatchHandler*, kNodeTypeCount> match_handlers = [] {
 }();
 
 const char* match_node(Matcher& matcher, const GrammarNode& node, const char* position) {
-  if (matcher.nesting.exceeded) return nullptr;
+  if (matcher.too_deep) return nullptr;
   const std::uint16_t type = value_of(node.type);
   if (type >= kFirstRuleReference) return match_rule_reference(matcher, node, position);
   MatchHandler* const handler = type < match_handlers.size() ? match_handlers[type] : match_unknown;

@@ -1,37 +1,28 @@
 // How deep the reader and the matcher may go. Both recurse for each alternation inside another (a
-// group, an option, a repetition, a rule reached through its name), the reader also for each "!",
-// and count it here, so that no grammar text and no input can exhaust the stack.
+// group, an option, a repetition, a rule reached through its name) and for each "!", and count it
+// here, so that no grammar text and no input can exhaust the stack.
 #pragma once
 
 #include <cstdint>
 
 namespace svcinst {
 
-/// The deepest nesting that is read or matched. The command line's own grammar needs 10.
+/// The deepest nesting that is read or matched. The command line's own grammar needs 8.
 inline constexpr std::uint32_t kMaxNesting = 2000;
 
-/// The count of one reading or one match. Once `exceeded` is set, nothing more is entered, and the
-/// whole reading or match has failed.
-struct Nesting {
-  std::uint32_t levels = 0;
-  bool exceeded = false;
-};
-
-/// One level, entered for the lifetime of the object.
+/// One level, counted in `depth` for the lifetime of the object.
 class NestingLevel {
  public:
-  explicit NestingLevel(Nesting& nesting) : nesting_(nesting) {
-    if (++nesting_.levels > kMaxNesting) nesting_.exceeded = true;
-  }
+  explicit NestingLevel(std::uint32_t& depth) : depth_(depth) { ++depth_; }
   NestingLevel(const NestingLevel&) = delete;
   NestingLevel& operator=(const NestingLevel&) = delete;
-  ~NestingLevel() { --nesting_.levels; }
+  ~NestingLevel() { --depth_; }
 
-  /// False when the construct at this level must fail instead of being read or matched.
-  [[nodiscard]] bool allowed() const { return !nesting_.exceeded; }
+  /// False when what is at this level must fail instead of being read or matched.
+  [[nodiscard]] bool allowed() const { return depth_ <= kMaxNesting; }
 
  private:
-  Nesting& nesting_;
+  std::uint32_t& depth_;
 };
 
 }  // namespace svcinst

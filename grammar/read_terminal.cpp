@@ -2,6 +2,7 @@
 
 #include "grammar/cursor.h"
 #include "grammar/find_text.h"
+#include "grammar/nesting.h"
 #include "grammar/reader.h"
 #include "grammar/tokens.h"
 
@@ -67,7 +68,7 @@ NodePtr read_except(Cursor cursor, ReadError& error) {
     note(error, kNotExcept, begin);
     return nullptr;
   }
-  const NestingLevel level(error.nesting);
+  const NestingLevel level(error.depth);
   if (!level.allowed()) return nullptr;
   NodePtr terminal = read_at(cursor, read_terminal, error);
   if (!terminal) return nullptr;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "grammar/cursor.h"
+#include "grammar/nesting.h"
 #include "grammar/tokens.h"
 
 namespace svcinst {
@@ -41,7 +42,6 @@ NodePtr read_list(NodeType type, Cursor cursor, Read read_item, const ByteString
     if (!pass(cursor, separator)) break;
     item = read_at(cursor, read_item, error);
   }
-  if (error.nesting.exceeded) return nullptr;
   return make_parent(type, begin, cursor.position, std::move(items));
 }
 
@@ -70,13 +70,12 @@ bool read_repeat_body(Cursor& cursor, GrammarNodeList& children, const ByteStrin
 }  // namespace
 
 NodePtr read_grammar(const char* text, std::uint64_t length, ReadError& error) {
-  error.nesting = {};
   Cursor cursor(text, length);
   GrammarNodeList rules;
   skip_blank(cursor, error);
   while (NodePtr rule = read_at(cursor, read_rule, error)) append(rules, std::move(rule));
   skip_blank(cursor, error);
-  if (rules.head == nullptr || error.nesting.exceeded) return nullptr;
+  if (rules.head == nullptr) return nullptr;
   return make_parent(NodeType::syntax, text, cursor.position, std::move(rules));
 }
 
@@ -99,7 +98,7 @@ NodePtr read_rule(const char* position, std::uint64_t remaining, ReadError& erro
 }
 
 NodePtr read_alternation(const char* position, std::uint64_t remaining, ReadError& error) {
-  const NestingLevel level(error.nesting);
+  const NestingLevel level(error.depth);
   if (!level.allowed()) return nullptr;
   return read_list(NodeType::alternation, {position, remaining}, read_concatenation,
                    alternation_token, error);

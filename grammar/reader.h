@@ -10,7 +10,6 @@
 #include <memory>
 
 #include "grammar/grammar_node.h"
-#include "grammar/nesting.h"
 
 namespace svcinst {
 
@@ -20,14 +19,14 @@ inline constexpr std::uint16_t kNothingNoted = 255;
 struct ReadError {
   std::uint16_t code = kNothingNoted;
   const char* position = nullptr;
-  Nesting nesting{};  // how deep the reading is; past the limit it fails as a whole
+  std::uint32_t depth = 0;  // levels of nesting that are being read; 0 between readings
 };
 
 using NodePtr = std::unique_ptr<GrammarNode>;
 
 /// Reads a whole grammar text of `length` bytes: a `syntax` node with the rules in text order. Text
-/// behind the last rule that could be read is ignored; null when there is no rule at all or when
-/// the nesting passes kMaxNesting.
+/// behind the last rule that could be read is ignored; null when there is no rule at all. What is
+/// nested deeper than kMaxNesting can't be read.
 NodePtr read_grammar(const char* text, std::uint64_t length, ReadError& error);
 
 NodePtr read_rule(const char* position, std::uint64_t remaining, ReadError& error);

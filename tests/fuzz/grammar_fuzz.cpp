@@ -29,7 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ReadError error;
   const NodePtr root = read_grammar(text.begin(), size, error);
   require(error.code <= 21 && text.begin() <= error.position && error.position <= text.end());
-  require(error.nesting.levels == 0);
+  require(error.depth == 0);
   const Grammar grammar(text.view());
   require(!root == (grammar.start_rule == nullptr));
   if (!root) return 0;
