@@ -1,21 +1,11 @@
 #include "cmdline/option_lookup.h"
 
 #include <algorithm>
-#include <span>
 
 #include "cmdline/command_line_grammar.h"
 
 namespace svcinst {
 namespace {
-
-TextView text_of(const MatchNode& node) {
-  return {node.start, node.length};
-}
-
-std::span<MatchNode* const> children_of(const MatchNode& node) {
-  if (node.children == nullptr) return {};
-  return {node.children->items, node.children->count};
-}
 
 // The name of an option node without its dashes; absent when the node has none.
 TextView option_name(const MatchNode& option) {

@@ -14,7 +14,7 @@ NameMap number_rules(const GrammarNode& root) {
   std::uint16_t number = 0;
   for (const auto& rule : root.children) {
     if (number == kMaxRules) break;
-    names.insert_or_assign(text_of(*first_child(*rule)), NumberedRule{number++, rule.get()});
+    names.insert_or_assign(text_of(first_child(*rule)), NumberedRule{number++, rule.get()});
   }
   return names;
 }
@@ -28,7 +28,8 @@ void resolve(GrammarNode& identifier, const NameMap& names, RuleTable& table) {
   }
   const auto& [number, rule] = found->second;
   identifier.type = rule_reference(number);
-  table.slots[value_of(identifier.type)] = rule;
+  const std::uint16_t slot = value_of(identifier.type);
+  if (slot < table.count) table.slots[slot] = rule;
 }
 
 }  // namespace
@@ -39,7 +40,13 @@ Grammar::Grammar(TextView text) : rules(std::make_unique<RuleTable>()) {
   if (!root) return;
   const NameMap names = number_rules(*root);
   resolve_identifiers(*root, names, *rules);
-  start_rule = first_child(*root);
+  start_rule = &first_child(*root);
+}
+
+// In this order: the tree, the result, the table.
+Grammar::~Grammar() {
+  root.reset();
+  result.reset();
 }
 
 bool NameLess::operator()(TextView left, TextView right) const {

@@ -26,7 +26,7 @@ struct Grammar {
   GrammarNode* start_rule = nullptr;  // first rule of the text; none when no rule could be read
   MatchNodePtr result;                // tree of the last match, set by whoever matches
   std::unique_ptr<RuleTable> rules;
-  std::unique_ptr<GrammarNode> root;  // the tree that start_rule and rules point into
+  GrammarNodePtr root;  // the tree that start_rule and rules point into
 
   /// The grammar of this program's command line. Defined next to its text, in cmdline/.
   Grammar();
@@ -34,6 +34,7 @@ struct Grammar {
   /// reported; a rule name without a rule is reported on standard output, and what refers to it
   /// never matches. Throws std::bad_alloc.
   explicit Grammar(TextView text);
+  ~Grammar();
 };
 
 /// Orders rule names bytewise as signed chars; of two names the one that begins the other is less.

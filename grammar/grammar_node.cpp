@@ -1,11 +1,12 @@
 #include "grammar/grammar_node.h"
 
+#include <cstdlib>
 #include <utility>
 
 namespace svcinst {
 
-// Children go before their node, first to last. Taking them over first spares a deep tree the deep
-// stack.
+// Children go before their node, first to last. Taking over the children of one that has any spares
+// a deep tree the deep stack.
 GrammarNode::~GrammarNode() {
   while (children.head != nullptr) {
     GrammarNodeList& below = children.head->value->children;
@@ -17,25 +18,19 @@ GrammarNode::~GrammarNode() {
   }
 }
 
-std::unique_ptr<GrammarNode> make_node(NodeType type, const char* begin, const char* end) {
+GrammarNodePtr make_node(NodeType type, const char* begin, const char* end) {
   return std::make_unique<GrammarNode>(type, begin, end);
 }
 
-void append_child(GrammarNode& parent, std::unique_ptr<GrammarNode> child) {
-  append(parent.children, std::move(child));
+GrammarNodePtr make_node(NodeType type, const char* begin, const char* end,
+                         GrammarNodeList&& children) {
+  GrammarNodePtr node = make_node(type, begin, end);
+  node->children = std::move(children);
+  return node;
 }
 
-GrammarNode* first_child(const GrammarNode& node) {
-  return node.children.head != nullptr ? node.children.head->value.get() : nullptr;
-}
-
-GrammarNode* second_child(const GrammarNode& node) {
-  const bool has_two = node.children.head != node.children.tail;
-  return has_two ? node.children.head->next->value.get() : nullptr;
-}
-
-GrammarNode* last_child(const GrammarNode& node) {
-  return node.children.tail != nullptr ? node.children.tail->value.get() : nullptr;
+std::uint64_t integer_value(const GrammarNode& node) {
+  return std::strtoul(node.begin, nullptr, node.type == NodeType::integer_hex ? 16 : 10);
 }
 
 }  // namespace svcinst

@@ -2,6 +2,7 @@
 // as it is, and it owns its children: destroying the root frees the whole tree, however deep.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "common/linked_list.h"
@@ -10,11 +11,16 @@
 
 namespace svcinst {
 
+struct GrammarNode;
+
+using GrammarNodePtr = std::unique_ptr<GrammarNode>;
+using GrammarNodeList = LinkedList<GrammarNodePtr>;
+
 struct GrammarNode {
   NodeType type;
-  const char* begin;  // first byte of the text that the node was read from
-  const char* end;    // one past its last byte
-  LinkedList<std::unique_ptr<GrammarNode>> children;  // in text order
+  const char* begin;         // first byte of the text that the node was read from
+  const char* end;           // one past its last byte
+  GrammarNodeList children;  // in text order
 
   GrammarNode(NodeType node_type, const char* text_begin, const char* text_end)
       : type(node_type), begin(text_begin), end(text_end) {}
@@ -23,22 +29,33 @@ struct GrammarNode {
   ~GrammarNode();
 };
 
-using GrammarNodeList = LinkedList<std::unique_ptr<GrammarNode>>;
+/// A node over the text from `begin` up to `end`. Throws std::bad_alloc.
+GrammarNodePtr make_node(NodeType type, const char* begin, const char* end);
+/// The same, which takes over `children`.
+GrammarNodePtr make_node(NodeType type, const char* begin, const char* end,
+                         GrammarNodeList&& children);
 
-/// A node without children over the text from `begin` up to `end`. Throws std::bad_alloc.
-std::unique_ptr<GrammarNode> make_node(NodeType type, const char* begin, const char* end);
-
-/// Gives `child` to `parent`, as its last child. Throws std::bad_alloc; `child` is then freed.
-void append_child(GrammarNode& parent, std::unique_ptr<GrammarNode> child);
-
-/// The first, second and last child; null when there is no such child.
-GrammarNode* first_child(const GrammarNode& node);
-GrammarNode* second_child(const GrammarNode& node);
-GrammarNode* last_child(const GrammarNode& node);
+/// The first, second and last child. There must be one.
+inline GrammarNode& first_child(const GrammarNode& node) {
+  return *node.children.head->value;
+}
+inline GrammarNode& second_child(const GrammarNode& node) {
+  return *node.children.head->next->value;
+}
+inline GrammarNode& last_child(const GrammarNode& node) {
+  return *node.children.tail->value;
+}
 
 /// The text of a node whose span is exact: the quoted kinds, integers and identifiers.
 inline TextView text_of(const GrammarNode& node) {
   return {node.begin, node.end};
 }
+
+inline bool is_integer(const GrammarNode& node) {
+  return node.type == NodeType::integer_dec || node.type == NodeType::integer_hex;
+}
+
+/// The value of a decimal or hexadecimal integer node.
+std::uint64_t integer_value(const GrammarNode& node);
 
 }  // namespace svcinst

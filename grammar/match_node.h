@@ -1,13 +1,16 @@
 // One node of a result tree: which stretch of the input a rule or a terminal matched. It looks into
 // the input, which must outlive the tree, and it owns its children.
 //
-// The children of a node stand in the block of its vector: only a root is made and freed by itself,
-// and children are given to a node by adopt only.
+// The children of a node stand in the block of its vector: they are given to it by adopt only.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <utility>
+#include <vector>
+
+#include "common/text_view.h"
 
 namespace svcinst {
 
@@ -21,11 +24,23 @@ struct NodeVector {
 };
 
 struct MatchNode {
-  std::uint16_t type;    // kAnonymousType, kTerminalType or the type of a rule's result
-  const char* start;     // where the matched text begins in the input
-  std::uint64_t length;  // bytes matched; 0 for an empty match
-  NodeVector* children;  // owned; none in a leaf
+  std::uint16_t type;              // kAnonymousType, kTerminalType or the type of a rule's result
+  const char* start;               // where the matched text begins in the input
+  std::uint64_t length;            // bytes matched; 0 for an empty match
+  NodeVector* children = nullptr;  // owned; none in a leaf
+
+  MatchNode(std::uint16_t node_type, const char* begin, const char* end)
+      : type(node_type), start(begin), length(static_cast<std::uint64_t>(end - begin)) {}
+  MatchNode(MatchNode&& other) noexcept
+      : type(other.type),
+        start(other.start),
+        length(other.length),
+        children(std::exchange(other.children, nullptr)) {}
+  ~MatchNode();
 };
+
+/// Owns a root. Every other node is owned by its parent.
+using MatchNodePtr = std::unique_ptr<MatchNode>;
 
 /// A sequence or repetition of several results, or an empty match.
 inline constexpr std::uint16_t kAnonymousType = 0;
@@ -37,18 +52,24 @@ constexpr std::uint16_t rule_result_type(std::uint16_t rule_number) {
   return static_cast<std::uint16_t>(2 + rule_number);
 }
 
-struct MatchNodeDeleter {
-  void operator()(MatchNode* node) const noexcept;
-};
+inline TextView text_of(const MatchNode& node) {
+  return {node.start, node.length};
+}
 
-/// Owns a root. Every other node is owned by its parent, with whose vector it shares a block.
-using MatchNodePtr = std::unique_ptr<MatchNode, MatchNodeDeleter>;
+inline std::span<MatchNode* const> children_of(const MatchNode& node) {
+  if (node.children == nullptr) return {};
+  return {node.children->items, node.children->count};
+}
 
-/// Makes copies of `children`, which take over what those own, the children of `node`, which must
-/// have none. Throws std::bad_alloc; nothing is then taken over.
-void adopt(MatchNode& node, std::span<const MatchNode> children);
+/// Moves the last `count` nodes of `stack` into `node`, which must have no children. Throws
+/// std::bad_alloc; nothing is then moved.
+void adopt(MatchNode& node, std::vector<MatchNode>& stack, std::uint64_t count);
 
 /// Frees the children of `node`, from the last to the first, and empties it. The node itself stays.
 void clear(MatchNode& node) noexcept;
+
+inline MatchNode::~MatchNode() {
+  if (children != nullptr) clear(*this);
+}
 
 }  // namespace svcinst

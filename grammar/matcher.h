@@ -6,12 +6,9 @@
 
 #include "grammar/grammar.h"
 #include "grammar/match_node.h"
+#include "grammar/terminal.h"  // furthest_failure
 
 namespace svcinst {
-
-/// The furthest input position at which a terminal failed during the last match; none before. The
-/// caller resets it before a match.
-extern const char* furthest_failure;
 
 /// Matches `node` (from outside: a grammar's start rule; none never matches) at `position`.
 /// remaining: bytes from `position` to the end of the input, behind which a NUL must stand.

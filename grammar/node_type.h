@@ -56,6 +56,15 @@ constexpr NodeType rule_reference(std::uint16_t rule_number) {
   return static_cast<NodeType>(kFirstRuleReference + rule_number);
 }
 
+constexpr bool is_rule_reference(NodeType type) {
+  return value_of(type) >= kFirstRuleReference;
+}
+
+/// The number of the rule that a reference leads to.
+constexpr std::uint16_t rule_number(NodeType reference) {
+  return static_cast<std::uint16_t>(value_of(reference) - kFirstRuleReference);
+}
+
 /// The name of a kind, as reports show it; "" for a value that is no kind.
 const char* node_type_name(NodeType type);
 

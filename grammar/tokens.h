@@ -5,32 +5,30 @@
 
 namespace svcinst {
 
-extern const ByteString quote_open_token;
-extern const ByteString quote_close_token;
-extern const ByteString dquote_open_token;
-extern const ByteString dquote_close_token;
-extern const ByteString sort_open_token;
-extern const ByteString sort_close_token;
-extern const ByteString group_open_token;
-extern const ByteString group_close_token;
-extern const ByteString option_open_token;
-extern const ByteString option_close_token;
-extern const ByteString repeat_open_token;
-extern const ByteString repeat_close_token;
-extern const ByteString repeat_once_open_token;
-extern const ByteString repeat_once_close_token;
-extern const ByteString range_token;
-extern const ByteString concatenation_token;
-extern const ByteString alternation_token;
-extern const ByteString definition_token;
-extern const ByteString rule_end_token;
-extern const ByteString any_char_token;
-extern const ByteString except_token;
-extern const ByteString round_comment_open_token;
-extern const ByteString round_comment_close_token;
-extern const ByteString slash_comment_open_token;
-extern const ByteString slash_comment_close_token;
-extern const ByteString line_comment_open_token;
-extern const ByteString line_comment_close_token;
+struct TokenPair {
+  ByteString open;
+  ByteString close;
+
+  TokenPair(TextView opener, TextView closer) : open(opener), close(closer) {}
+};
+
+inline const TokenPair quote_tokens("'", "'");
+inline const TokenPair dquote_tokens("\"", "\"");
+inline const TokenPair sort_tokens("`", "`");
+inline const TokenPair group_tokens("(", ")");
+inline const TokenPair option_tokens("[", "]");
+inline const TokenPair repeat_tokens("{", "}");
+inline const TokenPair repeat_once_tokens("<", ">");
+inline const TokenPair round_comment_tokens("(*", "*)");
+inline const TokenPair slash_comment_tokens("/*", "*/");
+inline const TokenPair line_comment_tokens("//", "\n");
+
+inline const ByteString range_token("~");
+inline const ByteString concatenation_token(",");
+inline const ByteString alternation_token("|");
+inline const ByteString definition_token("=");
+inline const ByteString rule_end_token(";");
+inline const ByteString any_char_token(".");
+inline const ByteString except_token("!");
 
 }  // namespace svcinst

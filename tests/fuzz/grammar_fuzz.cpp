@@ -12,7 +12,7 @@ void check_node(const GrammarNode& node, const Grammar& grammar) {
   const std::uint16_t type = value_of(node.type);
   require(type < kNodeTypeCount || type >= kFirstRuleReference);
   if (type >= kFirstRuleReference)
-    require(text_of(*first_child(*grammar.rules->slots.at(type))) == text_of(node));
+    require(text_of(first_child(*grammar.rules->slots.at(type))) == text_of(node));
   const char* at = node.begin;
   for (const auto& child : node.children) {
     require(at <= child->begin);
@@ -27,8 +27,9 @@ void check_node(const GrammarNode& node, const Grammar& grammar) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const ExactText text(as_text(data, size));
   ReadError error;
-  const NodePtr root = read_grammar(text.begin(), size, error);
-  require(error.code <= 21 && text.begin() <= error.position && error.position <= text.end());
+  const GrammarNodePtr root = read_grammar(text.begin(), size, error);
+  require(error.code <= ReadCode::definition_missing && text.begin() <= error.position &&
+          error.position <= text.end());
   require(error.depth == 0);
   const Grammar grammar(text.view());
   require(!root == (grammar.start_rule == nullptr));

@@ -1,12 +1,21 @@
 // A grammar text and, behind a line "%%", an input for it: where the match ends, and the shape of
 // the result tree.
 #include "grammar/matcher.h"
-#include "grammar/terminal_test.h"
 #include "tests/fuzz/fuzz_input.h"
 
 using namespace svcinst;
 
 namespace {
+
+const char* terminal_end(const GrammarNode& node, const char* at, const char* input_end) {
+  if (node.type == NodeType::sort_string) return sort_string_end(node, at, input_end);
+  if (node.type == NodeType::range_string) return range_end(node, at, input_end);
+  if (node.type == NodeType::any_char) return any_char_end(node, at, input_end);
+  if (node.type == NodeType::identifier) return nullptr;
+  if (node.type != NodeType::except_terminal_string) return literal_end(node, at, input_end);
+  const bool matches = terminal_end(first_child(node), at, input_end) != nullptr;
+  return matches ? nullptr : any_char_end(node, at, input_end);
+}
 
 // Where a match ends, worked out without results. A hostile grammar takes exponential time, by
 // design: `steps` bounds it, and an input that uses them up is not worth more. They are too few to
@@ -19,10 +28,10 @@ struct Model {
   const char* end_of(const GrammarNode& node, const char* at) {
     if (--steps < 0) return nullptr;
     const std::uint16_t type = value_of(node.type);
-    if (type >= kFirstRuleReference) return end_of(*second_child(*rules.slots.at(type)), at);
+    if (type >= kFirstRuleReference) return end_of(second_child(*rules.slots.at(type)), at);
     if (node.type == NodeType::repeat) return end_of_repeat(node, 0, at);
     if (node.type == NodeType::repeat_at_least_once) return end_of_repeat(node, 1, at);
-    if (type > value_of(NodeType::option)) return test_terminal(node, at, input_end);
+    if (type > value_of(NodeType::option)) return terminal_end(node, at, input_end);
     const bool sequence = node.type == NodeType::concatenation;
     for (const auto& child : node.children) {
       const char* const end = end_of(*child, at);
@@ -73,7 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Grammar grammar(text.view());
   if (grammar.start_rule == nullptr) return 0;
   Model model{*grammar.rules, input.end()};
-  const char* const end = model.end_of(*second_child(*grammar.start_rule), input.begin());
+  const char* const end = model.end_of(second_child(*grammar.start_rule), input.begin());
   if (model.steps < 0) return 0;
   furthest_failure = nullptr;
   const MatchNodePtr result =

@@ -20,13 +20,13 @@ template <class Read>
 void check(Read read, const char* cases) {
   check_cases(cases, [read](const std::string& text) {
     ReadError error;
-    const NodePtr node = read(text.c_str(), text.size(), error);
+    const GrammarNodePtr node = read(text.c_str(), text.size(), error);
     std::string shown = tree_text(node.get());
     if (node) shown += " " + std::to_string(node->end - node->begin);
     if (node && node->begin != text.c_str()) shown += " begins elsewhere";
     if (error.position == nullptr) return shown;
     const std::string at = std::to_string(error.position - text.c_str());
-    return shown + " " + std::to_string(error.code) + "@" + at;
+    return shown + " " + std::to_string(static_cast<int>(error.code)) + "@" + at;
   });
 }
 
@@ -102,8 +102,8 @@ TEST(Read, ARuleNestedPastTheLimitCantBeRead) {
       const std::string text =
           "f='f';x='b'|" + std::string(depth, brackets[0]) + "'a'" + close + ";";
       ReadError error;
-      const NodePtr root = read_grammar(text.c_str(), text.size(), error);
-      EXPECT_EQ(first_child(*root) == last_child(*root), depth > 1999) << brackets;
+      const GrammarNodePtr root = read_grammar(text.c_str(), text.size(), error);
+      EXPECT_EQ(&first_child(*root) == &last_child(*root), depth > 1999) << brackets;
       EXPECT_EQ(error.depth, 0U);
     }
   }
@@ -138,7 +138,6 @@ TEST(Grammar, ResolvesNamesBothWaysAndToTheLaterOfTwoRules) {
       "= broken -> none $ "
       "a='x'; b=a; a='y'; c=c; -> 0(1(#2 2(3('x'))) 1(#1 2(3(#2))) 1(#2 2(3('y'))) 1(#3 2(3(#3))))",
       [](const std::string& text) { return tree_text(Grammar(text).root.get()); });
-  EXPECT_EQ(second_child(*Grammar("a='x';").root), nullptr);
   EXPECT_EQ(match_whole(Grammar("broken"), "x"), nullptr);
   EXPECT_TRUE(NameLess()("\x80", "a"));
   std::string names;
@@ -262,11 +261,11 @@ TEST(Match, VectorsGrowSixteenfoldAndNodesAreClearedWhole) {
 TEST(Match, ReportsNodesThatNothingCanMatch) {
   const CapturedStdout captured;
   const Grammar grammar("s='a';");
-  first_child(*first_child(*second_child(*grammar.start_rule)))->type = NodeType::integer;
+  first_child(first_child(second_child(*grammar.start_rule))).type = NodeType::integer;
   EXPECT_EQ(match_whole(grammar, "a"), nullptr);
   EXPECT_EQ(captured.bytes(), "unkown type with type = 18\n");
   const Grammar reserved("s=('a');");
-  first_child(*first_child(*second_child(*reserved.start_rule)))->type = NodeType::meta_definition;
+  first_child(first_child(second_child(*reserved.start_rule))).type = NodeType::meta_definition;
   EXPECT_NE(match_whole(reserved, "a"), nullptr);
 }
 

@@ -12,7 +12,7 @@ namespace svcinst {
 inline std::string tree_text(const GrammarNode* node) {
   if (node == nullptr) return "none";
   const std::uint16_t type = value_of(node->type);
-  if (type >= kFirstRuleReference) return "#" + std::to_string(type - kFirstRuleReference);
+  if (is_rule_reference(node->type)) return "#" + std::to_string(rule_number(node->type));
   if (node->children.head == nullptr) return {node->begin, node->end};
   std::string children;
   for (const auto& child : node->children)
