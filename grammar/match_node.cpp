@@ -1,7 +1,6 @@
 #include "grammar/match_node.h"
 
 #include <new>
-#include <ranges>
 
 namespace svcinst {
 namespace {
@@ -36,8 +35,9 @@ void adopt(MatchNode& node, std::vector<MatchNode>& stack, std::uint64_t count) 
 
 // A result is no deeper than the matcher went, so this may recurse.
 void clear(MatchNode& node) noexcept {
-  for (MatchNode* child : children_of(node) | std::views::reverse) std::destroy_at(child);
-  ::operator delete(std::exchange(node.children, nullptr));
+  NodeVector* const vector = std::exchange(node.children, nullptr);
+  while (vector != nullptr && vector->count > 0) std::destroy_at(vector->items[--vector->count]);
+  ::operator delete(vector);
   node.start = nullptr;
   node.length = 0;
 }

@@ -15,9 +15,10 @@ const char* comment_end(const Cursor& cursor, ReadError& error) {
     if (opens(cursor, *comment)) return closed_end(cursor, *comment);
   if (!opens(cursor, line_comment_tokens)) return nullptr;
   const char* const end = closed_end(cursor, line_comment_tokens);
-  if (end == nullptr)
-    note(error, ReadCode::line_comment_not_closed,
-         cursor.position + line_comment_tokens.open.length);
+  if (end == nullptr) {
+    const char* const behind = cursor.position + line_comment_tokens.open.length;
+    note(error, ReadCode::line_comment_not_closed, behind);
+  }
   return end;
 }
 
