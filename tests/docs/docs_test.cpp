@@ -1,10 +1,12 @@
-// Runs the examples of the reference pages: the tables behind a line <!-- examples: KIND -->.
+// Runs the examples of the reference pages: the tables behind a line <!-- examples: KIND -->, whose
+// third column says what becomes of the first two.
 #include <gtest/gtest.h>
 
-#include <regex>
-#include <sstream>
+#include <algorithm>
 #include <variant>
 
+#include "app/arguments.h"
+#include "cmdline/option_lookup.h"
 #include "format/format_text.h"
 #include "grammar/matcher.h"
 #include "tests/support/capture.h"
@@ -12,76 +14,110 @@
 namespace svcinst {
 namespace {
 
-// A cell without the backticks round it; a backslash keeps a bar in its cell.
-std::string content(const std::string& cell) {
-  const std::regex ticks("^``?(.*?)``?$");
-  return std::regex_replace(std::regex_replace(cell, ticks, "$1"), std::regex(R"(\\\|)"), "|");
+TextView take_until(TextView& text, TextView separator) {
+  const TextView piece = text.substr(0, text.find(separator));
+  text.remove_prefix(std::min(piece.size() + separator.size(), text.size()));
+  return piece;
 }
 
-// Calls `check` with the three cells of each example of a page; tells how many there were.
-template <class Check>
-int check_examples(const std::string& page, const std::string& kind, Check check) {
-  std::istringstream lines(file_bytes(SVCINST_DOCS "/" + page));
-  const std::regex row(R"(\| (`.*?`) \| (.*?) ?\| (.*) \|)");
+// A cell without blank and backticks round it, and without the backslashes in front of its bars.
+std::string content(TextView cell) {
+  std::string text(cell.substr(cell.empty() ? 0 : 1));
+  while (text.starts_with('`') && text.ends_with('`')) text = text.substr(1, text.size() - 2);
+  for (std::size_t at = 0; (at = text.find("\\|")) != std::string::npos;) text.erase(at, 1);
+  return text;
+}
+
+// The texts in backticks of a cell.
+std::vector<std::string> contents(TextView cell) {
+  std::vector<std::string> texts;
+  while (!take_until(cell, "`").empty() && !cell.empty()) texts.emplace_back(take_until(cell, "`"));
+  return texts;
+}
+
+using Outcome = std::string(TextView first_cell, TextView second_cell);
+
+void check_examples(const std::string& page, const std::string& kind, Outcome outcome) {
+  const std::string marker = "<!-- examples: " + kind + " -->";
+  const std::string text = file_bytes(SVCINST_DOCS "/" + page);
   bool inside = false;
   int count = 0;
-  std::smatch cells;
-  for (std::string line; std::getline(lines, line);) {
-    if (!line.starts_with("|")) inside = line == "<!-- examples: " + kind + " -->";
-    if (!inside || !std::regex_match(line, cells, row)) continue;
-    EXPECT_EQ(check(content(cells[1]), cells[2].str()), content(cells[3])) << line;
+  for (TextView rest = text; !rest.empty();) {
+    TextView row = take_until(rest, "\n");
+    if (!row.starts_with("|")) inside = row == marker;
+    if (!inside || !row.starts_with("| `")) continue;
+    row.remove_prefix(1);
+    const TextView first = take_until(row, " |");
+    const TextView second = take_until(row, " |");
+    EXPECT_EQ(outcome(first, second), content(take_until(row, " |"))) << page << first;
     ++count;
   }
-  return count;
+  EXPECT_GT(count, 20) << page;
 }
 
-using Argument = std::variant<int, long long, double, std::string>;
-
-Argument argument_of(const std::string& text) {
-  if (text.starts_with("\"")) return text.substr(1, text.size() - 2);
+std::variant<int, long long, double, const char*> argument_of(std::string& text) {
+  if (text.ends_with('"')) {
+    text.back() = '\0';
+    return text.c_str() + 1;
+  }
   if (text.find('.') != std::string::npos) return std::stod(text);
   if (text.ends_with("LL")) return std::stoll(text);
   return std::stoi(text);
 }
 
-template <class T>
-T passed(T value) {
-  return value;
-}
-const char* passed(const std::string& value) {
-  return value.c_str();
-}
-
-std::string formatted(const std::string& format, const std::string& cell) {
-  const std::regex one("`(.*?)`");
-  std::vector<Argument> arguments;
-  for (std::sregex_iterator at(cell.begin(), cell.end(), one), end; at != end; ++at)
-    arguments.push_back(argument_of((*at)[1]));
-  arguments.resize(2);  // more than the format asks for do no harm
-  std::string text(1000, '\0');
-  const auto call = [&](const auto& a, const auto& b) {
-    return format_into(text.data(), format.c_str(), passed(a), passed(b));
+std::string formatted(TextView format, TextView arguments) {
+  auto texts = contents(arguments);
+  texts.resize(2, "0");  // more than the format asks for do no harm
+  char text[1000];
+  const auto call = [&](const auto& first, const auto& second) {
+    return format_into(text, content(format).c_str(), first, second);
   };
-  const int count = std::visit(call, arguments[0], arguments[1]);
-  return count < 0 ? "error at " + std::to_string(-count)
-                   : text.substr(0, static_cast<std::size_t>(count));
+  const int count = std::visit(call, argument_of(texts[0]), argument_of(texts[1]));
+  if (count < 0) return "error at " + std::to_string(-count);
+  return {text, static_cast<std::size_t>(count)};
 }
 
-std::string matched(const std::string& text, const std::string& cell) {
-  const std::string input = content(cell);
-  const CapturedStdout unknown_names;
-  const Grammar grammar{TextView(text)};
+// The start of `line` that `grammar` matches, or where it fails.
+std::string match_line(Grammar& grammar, TextView line) {
+  const std::uint64_t remaining = line.size();
   furthest_failure = nullptr;
-  const std::uint64_t remaining = input.size();
-  const MatchNodePtr result = match(grammar.start_rule, input.c_str(), remaining, *grammar.rules);
-  if (result) return "matches `" + input.substr(0, result->length) + "`";
+  grammar.result = match(grammar.start_rule, line.data(), remaining, *grammar.rules);
+  if (grammar.result) return "matches `" + std::string(text_of(*grammar.result)) + "`";
   if (furthest_failure == nullptr) return "fails";
-  return "fails at " + std::to_string(furthest_failure - input.c_str());
+  return "fails at " + std::to_string(furthest_failure - line.data());
+}
+
+std::string matched(TextView grammar_cell, TextView input) {
+  const CapturedStdout unknown_names;
+  const std::string text = content(grammar_cell);
+  Grammar grammar{TextView(text)};
+  return match_line(grammar, content(input));
+}
+
+// As the program does it: the last of an option's names that has a value decides.
+std::string looked_up(TextView arguments, TextView names) {
+  const auto texts = contents(arguments);
+  std::vector<const char*> argv{"svcinst"};
+  for (const std::string& text : texts) argv.push_back(text.c_str());
+  const ByteString line = join_arguments(static_cast<int>(argv.size()), argv.data());
+  Grammar grammar;
+  const std::string outcome = match_line(grammar, view(line));
+  if (!grammar.result) return outcome;
+  bool given = false;
+  TextView value;
+  for (TextView name : contents(names)) {
+    name.remove_prefix(name.find_first_not_of('-'));
+    given |= has_option(grammar, name);
+    get_option_value(grammar, name, value);
+  }
+  if (is_absent(value)) return given ? "none" : "not given";
+  return value.empty() ? "empty" : std::string(strip_quotes(value));
 }
 
 TEST(Docs, ExamplesAreTrue) {
-  EXPECT_GT(check_examples("format-strings.md", "format", formatted), 30);
-  EXPECT_GT(check_examples("grammar-notation.md", "grammar", matched), 10);
+  check_examples("format-strings.md", "format", formatted);
+  check_examples("grammar-notation.md", "grammar", matched);
+  check_examples("command-line.md", "command line", looked_up);
 }
 
 }  // namespace
