@@ -3,31 +3,34 @@
 
 #include <string>
 
-#include "grammar/grammar_node.h"
-#include "grammar/match_node.h"
+#include "grammar/grammar.h"
 
 namespace svcinst {
 
-/// Leaves as their text, references as #n, others as TYPE(children).
-inline std::string tree_text(const GrammarNode* node) {
-  if (node == nullptr) return "none";
-  const std::uint16_t type = value_of(node->type);
-  if (is_rule_reference(node->type)) return "#" + std::to_string(rule_number(node->type));
-  if (node->children.head == nullptr) return {node->begin, node->end};
+/// Leaves as their text, other nodes as kind(children), references as #number. An alternation or a
+/// concatenation of one is left out.
+inline std::string tree_text(const GrammarNode& node) {
+  if (is_rule_reference(node.type)) return "#" + std::to_string(rule_number(node.type));
   std::string children;
-  for (const auto& child : node->children)
-    children += (children.empty() ? "" : " ") + tree_text(child.get());
-  return std::to_string(type) + "(" + children + ")";
+  for (const auto& child : node.children) children += " " + tree_text(*child);
+  if (children.empty()) return std::string(text_of(node));
+  children.erase(0, 1);
+  const bool is_list = node.type == NodeType::alternation || node.type == NodeType::concatenation;
+  if (is_list && node.children.head == node.children.tail) return children;
+  return std::string(node_type_name(node.type)) + "(" + children + ")";
 }
 
-/// Terminals as their text in quotes, others as TYPE(children); an empty match as TYPE().
-inline std::string tree_text(const MatchNode* node) {
-  if (node == nullptr) return "none";
-  if (node->type == kTerminalType) return "'" + std::string(node->start, node->length) + "'";
+/// Terminals as their text in quotes, other nodes as name(children) with the name of the rule, or
+/// "..." where there is none.
+inline std::string tree_text(const MatchNode& node, const Grammar& grammar) {
+  if (node.type == kTerminalType) return "'" + std::string(text_of(node)) + "'";
   std::string children;
-  for (std::uint64_t i = 0; node->children != nullptr && i < node->children->count; ++i)
-    children += (i > 0 ? " " : "") + tree_text(node->children->items[i]);
-  return std::to_string(node->type) + "(" + children + ")";
+  for (const MatchNode* child : children_of(node)) children += " " + tree_text(*child, grammar);
+  if (!children.empty()) children.erase(0, 1);
+  TextView name = "...";
+  for (std::uint16_t number = 0; const auto& rule : grammar.root->children)
+    if (node.type == rule_result_type(number++)) name = text_of(first_child(*rule));
+  return std::string(name) + "(" + children + ")";
 }
 
 }  // namespace svcinst
