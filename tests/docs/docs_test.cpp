@@ -119,7 +119,7 @@ std::string looked_up(TextView arguments, TextView names) {
   for (const std::string& text : texts) argv.push_back(text.c_str());
   const ByteString line = join_arguments(static_cast<int>(argv.size()), argv.data());
   Grammar grammar;
-  const std::string outcome = match_line(grammar, view(line));
+  std::string outcome = match_line(grammar, view(line));
   if (!grammar.result) return outcome;
   bool given = false;
   TextView value;
