@@ -23,8 +23,9 @@ TEST(ByteString, CopiesMovesAndJoins) {
   ByteString moved(std::move(text));
   text = 'b' + moved;  // NOLINT(bugprone-use-after-move): it must be usable
   moved = text + ByteString("c");
-  moved = *&moved;
-  EXPECT_STREQ(c_str("<" + moved + ">"), "<bac>");
+  text = moved;
+  text = *&text;
+  EXPECT_STREQ(c_str("<" + text + ">"), "<bac>");
   release(moved);
   EXPECT_TRUE(is_absent(view(moved)) && moved.length + moved.capacity == 0 && !*c_str(moved));
 }
