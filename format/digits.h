@@ -17,6 +17,7 @@ struct Digits {
   std::uint64_t value;
   std::size_t length;  // bytes
   Radix radix;
+  [[nodiscard]] std::size_t size() const { return length; }
 };
 
 /// No number has more digits, in bytes.
@@ -48,17 +49,20 @@ inline Digits binary_digits(std::uint64_t value) {
   return {value, 4 * hex_length(value), Radix::binary};
 }
 
-/// Puts the decimal digits of `value` directly in front of `end`, decimal_length() bytes.
-inline void write_decimal(char* end, std::uint64_t value) {
+/// Puts the decimal digits of `value` directly in front of `end`, decimal_length() bytes. Returns
+/// where the first one stands.
+inline char* write_decimal(char* end, std::uint64_t value) {
   for (; value >= 100; value /= 100) {
     end -= 2;
     std::memcpy(end, &decimal_pairs[2 * (value % 100)], 2);
   }
-  if (value >= 10) {
-    std::memcpy(end - 2, &decimal_pairs[2 * value], 2);
-  } else {
-    end[-1] = static_cast<char>('0' + value);
+  if (value < 10) {
+    *--end = static_cast<char>('0' + value);
+    return end;
   }
+  end -= 2;
+  std::memcpy(end, &decimal_pairs[2 * value], 2);
+  return end;
 }
 
 /// Puts the last digits of `value` in front of `end`, `length` bytes.
@@ -78,7 +82,8 @@ inline void write_binary(char* end, std::uint64_t value, std::size_t length) {
 inline void write(char* end, const Digits& digits) {
   switch (digits.radix) {
     case Radix::decimal:
-      return write_decimal(end, digits.value);
+      write_decimal(end, digits.value);
+      return;
     case Radix::hex_lower:
       return write_hex(end, digits.value, digits.length, hex_digits_lower);
     case Radix::hex_upper:

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
 
 #include "format/digits.h"
 
@@ -47,17 +46,6 @@ Decimal to_decimal(std::uint64_t mantissa, int exponent) {
   return {units, millionths};
 }
 
-// Six digits and a point in front of them.
-char* write_fraction(char* end, std::uint32_t millionths) {
-  for (int pair = 0; pair < 3; ++pair) {
-    end -= 2;
-    std::memcpy(end, &decimal_pairs[std::size_t{2} * (millionths % 100)], 2);
-    millionths /= 100;
-  }
-  *--end = '.';
-  return end;
-}
-
 }  // namespace
 
 TextView write_double(DoubleBuffer& buffer, double value) {
@@ -72,11 +60,11 @@ TextView write_double(DoubleBuffer& buffer, double value) {
   const std::uint64_t mantissa = kHiddenBit | (bits & (kHiddenBit - 1));
   const Decimal number = to_decimal(mantissa, field - kExponentBias);
   char* const end = buffer.data() + buffer.size();
-  char* const point = write_fraction(end, number.millionths);
-  write_decimal(point, number.units);
-  char* start = point - decimal_length(number.units);
+  char* start = write_decimal(end, kMillion + number.millionths);  // the '1' gives way to the point
+  *start = '.';
+  start = write_decimal(start, number.units);
   if (bits >> 63 != 0) *--start = '-';
-  return {start, static_cast<std::size_t>(end - start)};
+  return {start, end};
 }
 
 }  // namespace svcinst
