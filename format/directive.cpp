@@ -1,36 +1,32 @@
 #include "format/directive.h"
 
+#include <algorithm>
+
+#include "common/text_view.h"
+
 namespace svcinst {
 namespace {
 
-std::uint8_t flag_of(char character) {
-  switch (character) {
-    case '-':
-      return kLeftFlag;
-    case '+':
-      return kSignFlag;
-    case ' ':
-      return kSpaceFlag;
-    case '#':
-      return kAlternateFlag;
-    case '0':
-      return kZeroFlag;
-    default:
-      return 0;
-  }
-}
+// In the order of their bits.
+constexpr TextView kFlagCharacters = "-+ #0";
 
 void read_flag(const char*& at, DirectiveState& directive) {
-  const std::uint8_t flag = flag_of(*at);
-  if (flag == 0) return;
-  directive.flags |= flag;
+  const auto* const flag = std::find(kFlagCharacters.begin(), kFlagCharacters.end(), *at);
+  if (flag == kFlagCharacters.end()) return;
+  const auto bit = flag - kFlagCharacters.begin();
+  directive.flags = static_cast<std::uint8_t>(directive.flags | 1U << bit);
   ++at;
 }
 
-// Reads digits, as many as there are, behind those that `number` was made of; what does not fit is
-// lost as in any unsigned arithmetic. False when the format ends with one.
+// Reads a '*' or digits, as many as there are; what does not fit is lost as in any unsigned
+// arithmetic. False when the format ends with a digit.
 template <class Unsigned>
-bool read_digits(const char*& at, Unsigned& number) {
+bool read_number(const char*& at, Unsigned& number) {
+  if (*at == '*') {
+    number = kStar;
+    ++at;
+    return true;
+  }
   for (; *at >= '0' && *at <= '9'; ++at) {
     number = static_cast<Unsigned>(number * 10U + static_cast<unsigned>(*at - '0'));
     if (at[1] == '\0') return false;
@@ -38,20 +34,10 @@ bool read_digits(const char*& at, Unsigned& number) {
   return true;
 }
 
-bool read_width(const char*& at, DirectiveState& directive) {
-  if (*at != '*') return read_digits(at, directive.width);
-  directive.width = kStar;
-  ++at;
-  return true;
-}
-
 bool read_precision(const char*& at, DirectiveState& directive) {
   if (*at != '.') return true;
   ++at;
-  if (*at != '*') return read_digits(at, directive.precision);
-  directive.precision = kStar;
-  ++at;
-  return true;
+  return read_number(at, directive.precision);
 }
 
 // 'h' or 'l', once or twice.
@@ -64,12 +50,6 @@ bool read_doubled(const char*& at, LengthModifier once, LengthModifier twice,
   return true;
 }
 
-bool read_single(const char*& at, LengthModifier length, DirectiveState& directive) {
-  directive.length = length;
-  ++at;
-  return true;
-}
-
 bool read_length(const char*& at, DirectiveState& directive) {
   switch (*at) {
     case 'h':
@@ -77,23 +57,32 @@ bool read_length(const char*& at, DirectiveState& directive) {
     case 'l':
       return read_doubled(at, LengthModifier::l, LengthModifier::ll, directive);
     case 'L':
-      return read_single(at, LengthModifier::L, directive);
+      directive.length = LengthModifier::L;
+      break;
     case 'z':
-      return read_single(at, LengthModifier::z, directive);
+      directive.length = LengthModifier::z;
+      break;
     case 'j':
-      return read_single(at, LengthModifier::j, directive);
+      directive.length = LengthModifier::j;
+      break;
     case 't':
-      return read_single(at, LengthModifier::t, directive);
+      directive.length = LengthModifier::t;
+      break;
     default:
       return true;
   }
+  ++at;
+  return true;
 }
 
 }  // namespace
 
 bool read_directive(const char*& at, DirectiveState& directive) {
   read_flag(at, directive);
-  return read_width(at, directive) && read_precision(at, directive) && read_length(at, directive);
+  if (!read_number(at, directive.width) || !read_precision(at, directive)) return false;
+  if (!read_length(at, directive)) return false;
+  directive.letter = *at;
+  return true;
 }
 
 }  // namespace svcinst

@@ -1,11 +1,12 @@
-// What stands between the '%' of a directive and its conversion letter, and how it is read.
+// What stands behind the '%' of a directive, and how it is read.
 #pragma once
 
 #include <cstdint>
 
 namespace svcinst {
 
-/// One flag can be written in a directive; kSpaceFlag is set in every one.
+/// One flag can be written in a directive; kSpaceFlag is set in every one. The bits are in the
+/// order of the characters "-+ #0".
 enum DirectiveFlag : std::uint8_t {
   kLeftFlag = 1,
   kSignFlag = 2,
@@ -35,15 +36,16 @@ struct DirectiveState {
   std::uint8_t width = 0;       // columns, modulo 256
   std::uint32_t precision = 0;  // 0: none
   LengthModifier length = LengthModifier::none;
+  char letter = '\0';  // of the conversion; NUL when the format ends before it
 };
 
 inline bool has(const DirectiveState& directive, DirectiveFlag flag) {
   return (directive.flags & flag) != 0;
 }
 
-/// Reads flag, width, precision and length modifier. `at` stands behind the '%'; it is moved to the
-/// conversion letter, or to the NUL of a format that ends before it. False for a format that may
-/// not end where it does; `at` is then at the last character before the NUL.
+/// Reads a directive. `at` stands behind its '%'; it is moved to the letter, or to the NUL where
+/// there is none. False for a format that may not end where it does; `at` is then at the last
+/// character before the NUL.
 bool read_directive(const char*& at, DirectiveState& directive);
 
 }  // namespace svcinst
