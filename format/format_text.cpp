@@ -6,9 +6,9 @@
 #include <limits>
 
 #include "format/arguments.h"
-#include "format/conversions.h"
 #include "format/directive.h"
 #include "format/number_conversions.h"
+#include "format/text_conversions.h"
 
 namespace svcinst {
 namespace {
@@ -40,34 +40,35 @@ std::size_t copy_literal(char* next, const char* format, std::size_t length) {
   return i;
 }
 
-// Stores what stands before the next '%' and returns where that is, or `end`.
-const char* store_literal(OutputBuffer& output, const char* at, const char* end) {
+// Stores what stands before the next '%', or before `end`, and moves `at` there.
+void store_literal(OutputBuffer& output, const char*& at, const char* end) {
   const auto length = static_cast<std::size_t>(end - at);
   if (has_room(output, length)) {
     const std::size_t copied = copy_literal(output.bytes + output.count, at, length);
     output.count += copied;
-    return at + copied;
+    at += copied;
+    return;
   }
-  const char* const stop = std::find(at, end, '%');
-  store(output, {at, static_cast<std::size_t>(stop - at)});
-  return stop;
+  const char* const start = at;
+  at = std::find(start, end, '%');
+  store(output, {start, at});
 }
 
-// The straight road for the usual directives with nothing between '%' and letter. False for any
+// The straight road for the usual directives, with nothing between '%' and letter. False for any
 // other.
-inline bool convert_bare(OutputBuffer& output, char letter, Arguments& arguments, bool with_hex) {
+bool convert_bare(OutputBuffer& output, char letter, Arguments& arguments, bool with_hex) {
   switch (letter) {
     case 's':
-      if (const char* text = take_text(arguments)) store_text(output, text, with_hex);
+      store_text(output, take_text(arguments), 0, with_hex);
       return true;
     case 'd':
       store_signed(output, static_cast<std::int32_t>(take_u32(arguments)));
       return true;
     case 'u':
-      store_unsigned(output, take_u32(arguments));
+      store(output, decimal_digits(take_u32(arguments)));
       return true;
     case 'x':
-      store_hex(output, take_u32(arguments));
+      store(output, hex_digits(take_u32(arguments)));
       return true;
     case 'c':
       store_character(output, static_cast<char>(take_u32(arguments)), with_hex);
@@ -82,22 +83,58 @@ void fetch_stars(DirectiveState& directive, Arguments& arguments) {
   if (directive.precision == kStar) directive.precision = take_u32(arguments);
 }
 
-// Where a directive was read to: behind its letter, or at the NUL of a format that ends before it.
-// One that cannot be read: where reading stopped.
-struct DirectiveEnd {
-  const char* at;
-  bool readable;
-};
+// False when the letter does not go with the length modifier.
+bool convert(OutputBuffer& output, const DirectiveState& directive, Arguments& arguments,
+             bool with_hex) {
+  const LengthModifier length = directive.length;
+  switch (directive.letter) {
+    case '%':
+      store_byte(output, '%');
+      return true;
+    case 'c':
+      store_character(output, static_cast<char>(take_u32(arguments)), with_hex);
+      return true;
+    case 's':
+      store_text(output, take_text(arguments), directive.precision, with_hex);
+      return true;
+    case 'd':
+    case 'i':
+    case 'u':
+    case 'x':
+    case 'X':
+    case 'b':
+      if (length == LengthModifier::L) return false;
+      convert_integer(output, directive, arguments);
+      return true;
+    case 'p':
+      convert_integer(output, directive, arguments);
+      return true;
+    case 'f':
+    case 'F':
+      if (length != LengthModifier::none && length != LengthModifier::l &&
+          length != LengthModifier::L) {
+        return false;
+      }
+      convert_double(output, directive, arguments);
+      return true;
+    default:
+      return true;  // prints nothing and takes nothing
+  }
+}
 
-// Any directive; `at` stands behind its '%'.
-DirectiveEnd convert_directive(OutputBuffer& output, const char* at, Arguments& arguments,
-                               bool with_hex) {
-  DirectiveState directive;
-  if (!read_directive(at, directive)) return {at, false};
-  if (*at == '\0') return {at, true};
-  fetch_stars(directive, arguments);
-  if (!convert(output, *at, directive, arguments, with_hex)) return {at, false};
-  return {at + 1, true};
+// `at` stands behind the '%' of a directive. It is moved behind its letter, or to the NUL of a
+// format that ends before it. False for a directive that cannot be read: `at` is where reading
+// stopped.
+bool convert_directive(OutputBuffer& output, const char*& at, Arguments& arguments, bool with_hex) {
+  if (!convert_bare(output, *at, arguments, with_hex)) {
+    DirectiveState directive;
+    if (!read_directive(at, directive)) return false;
+    if (directive.letter == '\0') return true;
+    fetch_stars(directive, arguments);
+    if (!convert(output, directive, arguments, with_hex)) return false;
+  }
+  ++at;
+  return true;
 }
 
 }  // namespace
@@ -107,16 +144,12 @@ std::int32_t format_text(std::uint8_t with_hex, OutputBuffer& output, const char
   const char* const end = format + std::strlen(format);
   const bool hex = with_hex != 0;
   for (const char* at = format;;) {
-    at = store_literal(output, at, end);
+    store_literal(output, at, end);
     if (at == end) return static_cast<std::int32_t>(output.count);
     ++at;
-    if (convert_bare(output, *at, arguments, hex)) {
-      ++at;
-      continue;
+    if (!convert_directive(output, at, arguments, hex)) {
+      return static_cast<std::int32_t>(format - at);
     }
-    const DirectiveEnd stop = convert_directive(output, at, arguments, hex);
-    if (!stop.readable) return static_cast<std::int32_t>(format - stop.at);
-    at = stop.at;
   }
 }
 

@@ -18,7 +18,7 @@ struct OutputBuffer {
   std::uint64_t count = 0;  // bytes stored so far, and the index of the next one
 };
 
-/// True when all of `length` bytes are to be stored.
+/// True when bytes are stored, and there is room for `length` more.
 inline bool has_room(const OutputBuffer& output, std::uint64_t length) {
   return output.bytes != nullptr && output.size - output.count >= length;
 }
