@@ -1,6 +1,9 @@
 # The zip for people who only use the tool: `cpack` in the build folder. The times of its files are
 # SOURCE_DATE_EPOCH where that is set, and their order does not depend on the disk.
-install(FILES CHANGELOG.md docs/format-strings.md docs/windows.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+# Where the pages, log.h and the list of changes look for each other.
+install(FILES docs/windows.md docs/command-line.md docs/format-strings.md
+        DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs")
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 
 set(CPACK_GENERATOR External)
