@@ -2,7 +2,7 @@
 # SOURCE_DATE_EPOCH where that is set, and their order does not depend on the disk.
 install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 # Where the pages, log.h and the list of changes look for each other.
-install(FILES docs/windows.md docs/command-line.md docs/format-strings.md
+install(FILES docs/windows.md docs/command-line.md docs/grammar-notation.md docs/format-strings.md
         DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs")
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 
