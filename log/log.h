@@ -6,7 +6,7 @@
  * when the first call arrives, even before main runs. Calls may come from any thread; each runs as
  * a whole, so a setter waits for a log call that is under way.
  *
- * A format follows this system's own rules, which are not printf's: see format-strings.md.
+ * A format follows this system's own rules, which are not printf's: see docs/format-strings.md.
  * Nothing is reported to callers. When memory runs out, std::bad_alloc leaves the function. */
 #ifndef SVCINST_LOG_LOG_H
 #define SVCINST_LOG_LOG_H
