@@ -23,24 +23,17 @@ inline std::string file_bytes(const std::string& path) {
 /// A new empty directory that goes, with all that is in it, together with this object.
 class TempDirectory {
  public:
-  TempDirectory() {
-    do {
-      directory_ = std::filesystem::temp_directory_path() /
-                   ("svcinst-" + std::to_string(std::random_device()()));
-    } while (!std::filesystem::create_directory(directory_));
-  }
-  ~TempDirectory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(directory_, ignored);
-  }
+  TempDirectory() { std::filesystem::create_directory(directory_); }
   TempDirectory(const TempDirectory&) = delete;
   TempDirectory& operator=(const TempDirectory&) = delete;
+  ~TempDirectory() { std::filesystem::remove_all(directory_); }
   [[nodiscard]] std::string path(const std::string& name) const {
     return (directory_ / name).string();
   }
 
  private:
-  std::filesystem::path directory_;
+  std::filesystem::path directory_ = std::filesystem::temp_directory_path() /
+                                     ("svcinst-" + std::to_string(std::random_device()()));
 };
 
 /// While it lives, file descriptor 1 is a temporary file. One object at a time.
@@ -52,13 +45,13 @@ class CapturedStdout {
     dup2(file, STDOUT_FILENO);
     close(file);
   }
+  CapturedStdout(const CapturedStdout&) = delete;
+  CapturedStdout& operator=(const CapturedStdout&) = delete;
   ~CapturedStdout() {
     std::fflush(stdout);
     dup2(old_descriptor_, STDOUT_FILENO);
     close(old_descriptor_);
   }
-  CapturedStdout(const CapturedStdout&) = delete;
-  CapturedStdout& operator=(const CapturedStdout&) = delete;
   /// All bytes written to the descriptor so far. `stdout` is flushed first unless told otherwise.
   [[nodiscard]] std::string bytes(bool flush_first = true) const {
     if (flush_first) std::fflush(stdout);
