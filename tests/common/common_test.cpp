@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "common/byte_string.h"
-#include "common/linked_list.h"
 
 namespace svcinst {
 namespace {
@@ -28,19 +27,6 @@ TEST(ByteString, CopiesMovesAndJoins) {
   EXPECT_STREQ(c_str("<" + text + ">"), "<bac>");
   release(moved);
   EXPECT_TRUE(is_absent(view(moved)) && moved.length + moved.capacity == 0 && !*c_str(moved));
-}
-
-TEST(LinkedList, KeepsItsOrderInBothDirections) {
-  LinkedList<char> list;
-  LinkedList<char> front;
-  for (const char letter : {'c', 'd'}) append(list, letter);
-  for (const char letter : {'x', 'a', 'b'}) append(front, letter);
-  splice_front(list, front);
-  remove_head(list);
-  std::string letters;
-  for (const char letter : list) letters += letter;
-  for (auto* entry = list.tail; entry != nullptr; entry = entry->previous) letters += entry->value;
-  EXPECT_EQ(letters, "abcddcba");
 }
 
 }  // namespace

@@ -6,7 +6,9 @@
 #include <variant>
 
 #include "app/arguments.h"
+#include "app/program_paths.h"
 #include "cmdline/option_lookup.h"
+#include "cmdline/usage.h"
 #include "format/format_text.h"
 #include "grammar/matcher.h"
 #include "grammar/reader.h"
@@ -132,12 +134,33 @@ std::string looked_up(TextView arguments, TextView names) {
   return value.empty() ? "empty" : std::string(strip_quotes(value));
 }
 
+std::string registered(TextView program, TextView path) {
+  const std::string program_path = content(program);
+  const std::string binary_path = content(path);
+  return c_str(*resolve_binary_path(*program_directory(program_path), binary_path));
+}
+
 TEST(Docs, ExamplesAreTrue) {
   check_examples("format-strings.md", "format", formatted);
   check_examples("grammar-notation.md", "grammar", matched);
   check_examples("grammar-notation.md", "read", read);
   check_examples("grammar-notation.md", "result", result);
   check_examples("command-line.md", "command line", looked_up);
+  check_examples("command-line.md", "path", registered);
+}
+
+TEST(Docs, ReadmeShowsTheHelp) {
+  const CapturedStdout captured;
+  print_usage();
+  std::istringstream help(captured.bytes());
+  std::string shown;
+  for (std::string line; std::getline(help, line);) {
+    const bool is_first = shown.empty();  // a record, whose message the README shows behind a time
+    shown += is_first ? line.substr(line.find("] ")) : line.empty() ? "" : "    " + line;
+    shown += '\n';
+  }
+  shown.pop_back();  // the line feed of the record
+  EXPECT_NE(file_bytes(SVCINST_DOCS "/../README.md").find(shown), std::string::npos) << shown;
 }
 
 }  // namespace

@@ -1,9 +1,7 @@
-// What docs/grammar-notation.md does not show of the matcher: bytes, limits, and trees of no text.
+// What docs/grammar-notation.md does not show of the matcher: bytes, limits, and reports.
 #include "grammar/matcher.h"
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 #include "grammar/reader.h"
 #include "tests/grammar/tree_text.h"
@@ -30,16 +28,6 @@ TEST(Grammar, ResolvesNamesToTheLaterOfTwoRulesAndReportsOthers) {
   EXPECT_EQ(tree_text(*match_whole(grammar, "x"), grammar), "...(b() r1022('x'))");
   EXPECT_EQ(match_whole(Grammar(TextView("broken")), "x"), nullptr);
   EXPECT_TRUE(NameLess()("\x80", "a"));
-}
-
-TEST(Grammar, StoresRulesBelowTheTablesCountOnly) {
-  ReadError error;
-  const GrammarNodePtr rule = read_rule("a=b;", 4, error);
-  RuleTable table;
-  table.count = 1025;
-  resolve_identifiers(*rule, {{"a", {0, rule.get()}}, {"b", {1, rule.get()}}}, table);
-  EXPECT_EQ(table.slots[1024], rule.get());
-  EXPECT_EQ(table.slots[1025], nullptr);
 }
 
 TEST(Match, TestsTerminalsByBytesOrCharacters) {
@@ -79,48 +67,20 @@ TEST(Match, TestsTerminalsByBytesOrCharacters) {
   }
 }
 
-TEST(Match, StopsAtTheGivenEndAndKeepsAFailureFurtherOn) {
-  const Grammar grammar(TextView("s = <'a' | ` `>;"));
-  const char* const input = "a aa";
-  furthest_failure = input + 3;
-  const std::uint64_t remaining = 2;
-  EXPECT_EQ(match(grammar.start_rule, input, remaining, *grammar.rules)->length, 2U);
-  EXPECT_EQ(furthest_failure, input + 3);
-}
-
 TEST(Match, FailsWholeWhenItNestsTooDeep) {
   const Grammar grammar(TextView("s = 'x', s | !'x';"));
   EXPECT_NE(match_whole(grammar, std::string(1998, 'x') + "y"), nullptr);
   EXPECT_EQ(match_whole(grammar, std::string(1999, 'x') + "y"), nullptr);
 }
 
-TEST(Match, TakesTreesThatNoTextGives) {
-  const auto term = [](const GrammarNode& holder) -> GrammarNode& {
-    return first_child(first_child(last_child(holder)));
-  };
-  const Grammar bare(TextView("s = ('a', 'b'), 'c';"));
-  term(*bare.start_rule).type = NodeType::alternation;
-  EXPECT_EQ(tree_text(*match_whole(bare, "abc"), bare), "...(...('a' 'b') 'c')");
-  const Grammar alone(TextView("s = (('a', 'b')), 'c';"));
-  term(term(*alone.start_rule)).type = NodeType::alternation;
-  EXPECT_EQ(tree_text(*match_whole(alone, "abc"), alone), "...('a' 'b' 'c')");
+// Nodes that no text is read into.
+TEST(Match, ReportsATypeThatHasNoHandler) {
+  const Grammar grammar(TextView("s = !'a';"));
+  GrammarNode& except = first_child(first_child(last_child(*grammar.start_rule)));
+  first_child(except).type = NodeType::terminal_string;
   const CapturedStdout captured;
-  const Grammar except(TextView("s = !'a';"));
-  first_child(term(*except.start_rule)).type = NodeType::terminal_string;
-  EXPECT_EQ(match_whole(except, "a")->length, 1U);
+  EXPECT_EQ(match_whole(grammar, "a")->length, 1U);
   EXPECT_EQ(captured.bytes(), "unkown type with type = 8\n");
-}
-
-TEST(Match, VectorsGrowSixteenfoldAndNodesAreClearedWhole) {
-  for (const auto& [count, capacity] : {std::pair(16U, 16U), {17U, 272U}, {273U, 4368U}}) {
-    const MatchNodePtr result =
-        match_whole(Grammar(TextView("s = {'a'};")), std::string(count, 'a'));
-    const NodeVector& children = *result->children;
-    EXPECT_EQ(children.capacity, capacity);
-    EXPECT_EQ(std::count(children.items, children.items + capacity, nullptr), capacity - count);
-    clear(*result);
-    EXPECT_TRUE(result->children == nullptr && result->start == nullptr && result->length == 0);
-  }
 }
 
 }  // namespace

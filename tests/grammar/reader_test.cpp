@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "grammar/find_text.h"
 #include "tests/grammar/tree_text.h"
 
 namespace svcinst {
@@ -26,28 +25,20 @@ TEST(Read, GivesANodeOrNotesWhyItCant) {
     int offset;  // of the note
   } rows[] = {
       {read_blank, " \t\v\f\r\n(**)x", "unuse_string(  \t \v \f \r \n (**))", blank_ends, 10},
-      {read_comment, "// no end", kNothing, line_comment_not_closed, 2},
       {read_integer, "0129:", "0129", not_hex, 0},
       {read_integer, "0xZ", "0", hex_digit_missing, 2},
-      {read_integer, "x", kNothing, not_decimal, 0},
       {read_terminal, "'a'~'z'", "range_string('a' 'z')", not_any_char, 0},
       {read_terminal, "'a", kNothing, not_except, 0},
-      {read_range, "1~", kNothing, not_range, 1},
       {read_quote_string, "'ab", kNothing, quote_string_not_closed, 1},
-      {read_dquote_string, "\"", kNothing, dquote_string_not_closed, 1},
-      {read_sort_string, "`a", kNothing, sort_string_not_closed, 1},
       {read_name, "0_Zz9 b\t= x", "0_Zz9 b", nothing_noted, 0},
       {read_name, " a", kNothing, not_identifier, 0},
       {read_group, " a", kNothing, not_group, 1},
       {read_group, "( )", kNothing, group_empty, 1},
       {read_group, "(a ]", kNothing, group_not_closed, 3},
-      {read_option, " a", kNothing, not_option, 1},
-      {read_option, "[ ]", kNothing, option_empty, 1},
       {read_option, "[a||]", kNothing, option_part_empty, 4},
       {read_option, "[a )", kNothing, option_not_closed, 3},
       {read_repeat, "3 <a>", kNothing, not_repeat, 2},
       {read_repeat, "{a >", kNothing, repeat_not_closed, 3},
-      {read_repeat, "<a }", kNothing, repeat_not_closed, 3},
       {read_rule, "a /**/b", kNothing, definition_missing, 6},
   };
   for (const auto& row : rows) {
@@ -71,19 +62,6 @@ TEST(Read, ARuleNestedTooDeepIsTheOnlyOneThatCantBeRead) {
     }
   }
   EXPECT_EQ(error.depth, 0U);
-}
-
-TEST(FindText, FindsTheFirstPlaceWhollyInside) {
-  for (const std::uint64_t length : {2U, 256U, 257U, 300U}) {  // searched for in two ways
-    const std::string needle = std::string(length - 1, 'a') + "b";
-    const std::string text = "xaab" + std::string(20, 'a') + needle + needle;
-    const auto find = [&](std::uint64_t first, std::uint64_t last) {
-      return find_text(text.data(), first, last, needle.data(), needle.size());
-    };
-    EXPECT_EQ(find(4, 23 + length), 24U);
-    EXPECT_EQ(find(4, 22 + length), std::nullopt);
-    EXPECT_EQ(find(25, text.size() - 1), 24 + length);
-  }
 }
 
 }  // namespace

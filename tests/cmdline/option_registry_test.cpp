@@ -1,8 +1,7 @@
-// The help. How options are looked up is in docs/command-line.md, whose examples run.
+// How options are looked up is in docs/command-line.md, the whole help in README.md: both run.
 #include <gtest/gtest.h>
 
 #include "cmdline/option_registry.h"
-#include "cmdline/usage.h"
 #include "tests/support/capture.h"
 
 namespace svcinst {
@@ -36,22 +35,6 @@ TEST(OptionRegistry, RefusesTakenNamesAndLaysNamesOutInThirtyTwoBytes) {
             "  --                            neither\n"
             "  --                            again neither\n"
             "  -Y, --long                    both\n");
-}
-
-TEST(Usage, IsOneRecordWithAllOptions) {
-  const CapturedStdout captured;
-  print_usage();
-  EXPECT_EQ(captured.bytes(),
-            "[2024-05-06 07:08:09.010|\033[36;40minfo\033[0m] "
-            "install/uninstall a executable file as a windows servic.\n\n\n\n"
-            "  -u, --uninstall               uninstall a service by name.\n"
-            "  -i, --install                 install as service\n"
-            "  -n, --name                    service name.\n"
-            "  -b, --binpath                 service execute file path.\n"
-            "  -t, --type                    start type: auto.\n"
-            "  -d, --disname                 service display name.\n"
-            "  --dep                         depend service name.\n"
-            "  --desc                        service description.\n\n");
 }
 
 }  // namespace
