@@ -22,19 +22,10 @@ struct OwnedSocket {
   SOCKET handle;
 };
 
-/// A socket-level option that is a number.
-template <class Number>
-int option(Number socket, int name) {
-  int value = 0;  // a system may fill one byte only
-  socklen_t length = sizeof value;
-  getsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, name, reinterpret_cast<char*>(&value),
-             &length);
-  return value;
-}
-
 /// Has a port of this machine. A stream socket takes one connection that is not accepted yet.
 struct Peer : OwnedSocket {
   explicit Peer(int type) : OwnedSocket(new_socket(type)) {
+    sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = inet_addr("127.0.0.1");
     auto* const name = reinterpret_cast<sockaddr*>(&address);
@@ -46,8 +37,7 @@ struct Peer : OwnedSocket {
   }
   [[nodiscard]] SOCKET accept_one() const { return accept(handle, nullptr, nullptr); }
 
-  sockaddr_in address{};
-  std::uint16_t port = 0;
+  std::uint16_t port;
 
  private:
   static SOCKET new_socket(int type) {
