@@ -105,16 +105,6 @@ TEST(Program, RefusesPathsThatAreNoText) {
             std::string("<The path 'C:\\\xff'") + told);
 }
 
-TEST(Program, DescribesTheServiceInAtMost1023Bytes) {
-  for (const std::size_t length : {1U, 1023U, 1024U, 2000U}) {
-    const std::string text(length, 'd');
-    EXPECT_EQ(story_of_program(
-                  {"svcinst", "-i", "-n", "a", "-b", "C:\\x", "-d", "x", "--desc", text.c_str()}),
-              R"(+manager create("a", "x", "C:\x", null) -a +a(to configure) describe(")" +
-                  text.substr(0, 1023) + "\") -a -manager 0");
-  }
-}
-
 TEST(Program, TellsWhichStepOfAnInstallFailed) {
   const std::string create = R"(create("a", "x", "C:\x", null))";
   const std::string reopen = " -a +a(to configure)";

@@ -1,5 +1,4 @@
 // The service database, and a shell that leaves the arguments as they are.
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdio>
@@ -39,24 +38,6 @@ std::string registration(const std::string& name) {
 void start(const std::string& name) {
   const char state = name == "running" ? '4' : name == "paused" ? '7' : '3';  // "hung": is to stop
   sql(std::string("UPDATE services SET current_state = ") + state + " WHERE name = '" + name + "'");
-}
-
-TEST(ServiceDatabase, RefusesWhatWindowsWouldAndWhatIsNotItsOwn) {
-  const struct {
-    std::string change, options, message;
-  } rows[] = {
-      {"", "-i -n new -b x -d D", ""},
-      {"", "-i -n other -b x -d NEW", "Open the service 'other' failed!\n"},
-      // What an older version leaves when it is ended at the wrong moment.
-      {"UPDATE services SET delete_pending = 1", "-i -n new -b x -d D", ""},
-      {"UPDATE services SET current_state = 8", "-u -n new", "Query the service 'new' failed!\n"},
-      {"CREATE TABLE other(x)", "-i -n free -b x -d E", "Open the service manager failed!\n"}};
-  for (const auto& [change, options, message] : rows) {
-    sql(change);
-    const Result result = run_line(SVCINST_PROGRAM " " + options);
-    EXPECT_TRUE(result.output.ends_with(message)) << result.output;
-    EXPECT_EQ(result.exit_code, message.empty() ? 0 : -1) << options;
-  }
 }
 
 }  // namespace svcinst

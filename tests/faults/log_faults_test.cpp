@@ -1,10 +1,8 @@
 // The logger when its sinks fail or change under it. Also run under the check for data races.
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <chrono>
-#include <list>
 #include <sstream>
 #include <thread>
 
@@ -66,24 +64,6 @@ TEST_F(LogTest, AttemptsToConnectEndWithinASecondAndMayBeRepeated) {
   const OwnedSocket accepted(busy.accept_one());
   set_log2tcp("127.0.0.1", busy.port);
   EXPECT_NE(log_settings.tcp_socket, kNoSocket);
-}
-
-TEST_F(LogTest, ReportsOptionsOfASocketThatNoDescriptorIsLeftFor) {
-  const CapturedStdout console;
-  const rlimit limit{1025, 1025};
-  setrlimit(RLIMIT_NOFILE, &limit);
-  std::list<OwnedSocket> files;
-  while (files.empty() || files.back().handle < 1023) files.emplace_back(dup(0));
-  set_log2udp("127.0.0.1", 9);
-  const OwnedSocket last(std::exchange(log_settings.udp_socket, kNoSocket));
-  EXPECT_EQ(last.handle, 1024);
-  for (const auto set_peer : {set_log2tcp, set_log2udp}) set_peer("127.0.0.1", 9);
-  files.clear();
-  std::string reports;
-  for (const std::string option :
-       {"reuseaddr", "rcvbuf", "sndbuf", "keepalive", "reuseaddr", "broacast", "rcvbuf", "sndbuf"})
-    reports.append("setsockopt " + option + " with error info Bad file descriptor!\n");
-  EXPECT_EQ(console.bytes(), reports);
 }
 
 }  // namespace

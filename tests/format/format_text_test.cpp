@@ -98,15 +98,6 @@ TEST(FormatText, ShowsTheCodesOfUnprintableBytes) {
   EXPECT_EQ(formatted<kShowCodes>("%lc", 0x80), "\x80(-128)");
 }
 
-TEST(FormatText, GoesBehindWhatTheBufferHolds) {
-  std::string bytes(8, kUntouched);
-  OutputBuffer output{bytes.data(), 7};
-  EXPECT_EQ(format_to(output, 0, "ab%d", 12), 4);
-  EXPECT_EQ(format_to(output, 0, "c%5"), -2);
-  EXPECT_EQ(format_to(output, 0, "%.1000000000d", 3), 7);
-  EXPECT_EQ(bytes, "ab12c3.~");
-}
-
 TEST(FormatText, IntoNeedsNoLimitAndNoBuffer) {
   std::string bytes(8, kUntouched);
   EXPECT_EQ(format_into(bytes.data(), "%.2d%c", 12, '\x01'), 6);

@@ -35,12 +35,6 @@ TEST(NumberText, HexadecimalAndBinary) {
     EXPECT_EQ(view(hex_to_bin(ByteString(text))), "");
 }
 
-TEST(NumberText, ZerosInFront) {
-  ByteString text("AB");
-  pad_left_zeros(text, 3);
-  EXPECT_EQ(view(text), "000AB");
-}
-
 TEST(NumberText, DoublesAreWhatTheCLibraryWrites) {
   std::mt19937_64 random(5);
   for (int i = 0; i < 200'000; ++i) {

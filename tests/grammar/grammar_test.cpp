@@ -1,14 +1,26 @@
-// What docs/grammar-notation.md does not show of the matcher: bytes, limits, and reports.
-#include "grammar/matcher.h"
-
+// What docs/grammar-notation.md does not show: bytes, limits, and reports.
 #include <gtest/gtest.h>
 
+#include "grammar/matcher.h"
 #include "grammar/reader.h"
 #include "tests/grammar/tree_text.h"
 #include "tests/support/capture.h"
 
 namespace svcinst {
 namespace {
+
+TEST(Read, ARuleNestedTooDeepIsTheOnlyOneThatCantBeRead) {
+  ReadError error;
+  for (const char* brackets : {"()", "[]", "{}", "<>", "! "}) {
+    for (const std::uint32_t depth : {1999U, 2000U, 100'000U}) {
+      const std::string text = "a='a'; b='b'|" + std::string(depth, brackets[0]) + "'c'" +
+                               std::string(depth, brackets[1]) + ";";
+      const GrammarNodePtr root = read_grammar(text.data(), text.size(), error);
+      EXPECT_EQ(text_of(first_child(last_child(*root))), depth < 2000 ? "b" : "a") << brackets;
+    }
+  }
+  EXPECT_EQ(error.depth, 0U);
+}
 
 MatchNodePtr match_whole(const Grammar& grammar, TextView input) {
   const std::uint64_t remaining = input.size();
