@@ -32,7 +32,7 @@ template <class Run>
 std::string story_of(const ScriptedServices& script, Run run) {
   const std::string prefix = "[2024-05-06 07:08:09.010|\033[36;40minfo\033[0m] ";
   play(script);
-  scripted_clock().tick_count = 0xFFFFFF00;  // it begins again at 0 soon
+  scripted_clock.tick_count = 0xFFFFFF00;  // it begins again at 0 soon
   const CapturedStdout captured;
   const int result = run();
   std::string printed = captured.bytes();
@@ -45,7 +45,7 @@ std::string story_of(const ScriptedServices& script, Run run) {
   const std::string unprefixed = take_message();
   std::string story = unprefixed.empty() ? "" : shown(unprefixed);
   // A record reads the local time once.
-  for (const std::string& call : call_log())
+  for (const std::string& call : call_log)
     story += call == "GetLocalTime()" ? shown(take_message()) : call + " ";
   EXPECT_EQ(open_handles(), 0U) << story;
   return story + std::to_string(result);
@@ -92,7 +92,7 @@ TEST(Program, RegistersWhatItsOptionsSay) {
     std::vector<const char*> argv = {R"(D:\tools\svcinst.exe)", "-i"};
     argv.insert(argv.end(), arguments.begin(), arguments.end());
     EXPECT_TRUE(story_of_program(argv).ends_with(" 0"));
-    EXPECT_EQ(call_log()[1], call);
+    EXPECT_EQ(call_log[1], call);
   }
 }
 

@@ -24,22 +24,24 @@ TextView take_until(TextView& text, TextView separator) {
   return piece;
 }
 
-// A cell without blank and backticks round it, and without the backslashes in front of its bars.
-std::string content(TextView cell) {
-  std::string text(cell.substr(cell.empty() ? 0 : 1));
+struct Cell {
+  std::string text;                // without backticks round it and backslashes in front of bars
+  std::vector<std::string> texts;  // all that stand in backticks
+};
+
+// The next cell of a row, up to the bar behind it.
+Cell take_cell(TextView& row) {
+  TextView rest = take_until(row, " |");
+  Cell cell{std::string(rest.substr(std::min<std::size_t>(rest.size(), 1))), {}};
+  std::string& text = cell.text;
   while (text.starts_with('`') && text.ends_with('`')) text = text.substr(1, text.size() - 2);
   for (std::size_t at = 0; (at = text.find("\\|")) != std::string::npos;) text.erase(at, 1);
-  return text;
+  while (!take_until(rest, "`").empty() && !rest.empty())
+    cell.texts.emplace_back(take_until(rest, "`"));
+  return cell;
 }
 
-// The texts in backticks of a cell.
-std::vector<std::string> contents(TextView cell) {
-  std::vector<std::string> texts;
-  while (!take_until(cell, "`").empty() && !cell.empty()) texts.emplace_back(take_until(cell, "`"));
-  return texts;
-}
-
-using Outcome = std::string(TextView first_cell, TextView second_cell);
+using Outcome = std::string(const Cell& first, const Cell& second);
 
 void check_examples(const std::string& page, const std::string& kind, Outcome outcome) {
   const std::string marker = "<!-- examples: " + kind + " -->";
@@ -51,9 +53,9 @@ void check_examples(const std::string& page, const std::string& kind, Outcome ou
     if (!row.starts_with("|")) inside = row == marker;
     if (!inside || !row.starts_with("| `")) continue;
     row.remove_prefix(1);
-    const TextView first = take_until(row, " |");
-    const TextView second = take_until(row, " |");
-    EXPECT_EQ(outcome(first, second), content(take_until(row, " |"))) << page << first;
+    const Cell first = take_cell(row);
+    const Cell second = take_cell(row);
+    EXPECT_EQ(outcome(first, second), take_cell(row).text) << page << first.text;
     ++count;
   }
   EXPECT_GT(count, 10) << page;
@@ -69,12 +71,12 @@ std::variant<int, long long, double, const char*> argument_of(std::string& text)
   return std::stoi(text);
 }
 
-std::string formatted(TextView format, TextView arguments) {
-  auto texts = contents(arguments);
+std::string formatted(const Cell& format, const Cell& arguments) {
+  std::vector<std::string> texts = arguments.texts;
   texts.resize(2, "0");  // more than the format asks for do no harm
   char text[1000];
   const auto call = [&](const auto& first, const auto& second) {
-    return format_into(text, content(format).c_str(), first, second);
+    return format_into(text, format.text.c_str(), first, second);
   };
   const int count = std::visit(call, argument_of(texts[0]), argument_of(texts[1]));
   if (count < 0) return "error at " + std::to_string(-count);
@@ -91,60 +93,52 @@ std::string match_line(Grammar& grammar, TextView line) {
   return "fails at " + std::to_string(furthest_failure - line.data());
 }
 
-std::string matched(TextView grammar_cell, TextView input) {
+std::string matched(const Cell& text, const Cell& input) {
   const CapturedStdout unknown_names;
-  const std::string text = content(grammar_cell);
-  Grammar grammar{TextView(text)};
-  return match_line(grammar, content(input));
+  Grammar grammar{TextView(text.text)};
+  return match_line(grammar, input.text);
 }
 
-std::string read(TextView grammar_cell, TextView behind) {
-  const std::string text = content(grammar_cell);
-  ReadError error;
-  const GrammarNodePtr root = read_grammar(text.data(), text.size(), error);
-  EXPECT_EQ(root->end, content(behind));
-  return tree_text(*root);
-}
-
-std::string result(TextView grammar_cell, TextView input_cell) {
-  const std::string text = content(grammar_cell);
-  const std::string input = content(input_cell);
-  Grammar grammar{TextView(text)};
-  match_line(grammar, input);
+std::string result_tree(const Cell& text, const Cell& input) {
+  Grammar grammar{TextView(text.text)};
+  match_line(grammar, input.text);
   return tree_text(*grammar.result, grammar);
 }
 
+std::string grammar_tree(const Cell& text, const Cell& behind) {
+  ReadError error;
+  const GrammarNodePtr root = read_grammar(text.text.data(), text.text.size(), error);
+  EXPECT_EQ(root->end, behind.text);
+  return tree_text(*root);
+}
+
 // As the program does it: the last of an option's names that has a value decides.
-std::string looked_up(TextView arguments, TextView names) {
-  const auto texts = contents(arguments);
+std::string looked_up(const Cell& arguments, const Cell& names) {
   std::vector<const char*> argv{"svcinst"};
-  for (const std::string& text : texts) argv.push_back(text.c_str());
+  for (const std::string& argument : arguments.texts) argv.push_back(argument.c_str());
   const ByteString line = join_arguments(static_cast<int>(argv.size()), argv.data());
   Grammar grammar;
   std::string outcome = match_line(grammar, view(line));
   if (!grammar.result) return outcome;
   bool given = false;
   TextView value;
-  for (TextView name : contents(names)) {
+  for (TextView name : names.texts) {
     name.remove_prefix(name.find_first_not_of('-'));
-    given |= has_option(grammar, name);
-    get_option_value(grammar, name, value);
+    given |= get_option_value(grammar, name, value);
   }
   if (is_absent(value)) return given ? "none" : "not given";
   return value.empty() ? "empty" : std::string(strip_quotes(value));
 }
 
-std::string registered(TextView program, TextView path) {
-  const std::string program_path = content(program);
-  const std::string binary_path = content(path);
-  return c_str(*resolve_binary_path(*program_directory(program_path), binary_path));
+std::string registered(const Cell& program, const Cell& path) {
+  return c_str(*resolve_binary_path(*program_directory(program.text), path.text));
 }
 
 TEST(Docs, ExamplesAreTrue) {
   check_examples("format-strings.md", "format", formatted);
   check_examples("grammar-notation.md", "grammar", matched);
-  check_examples("grammar-notation.md", "read", read);
-  check_examples("grammar-notation.md", "result", result);
+  check_examples("grammar-notation.md", "read", grammar_tree);
+  check_examples("grammar-notation.md", "result", result_tree);
   check_examples("command-line.md", "command line", looked_up);
   check_examples("command-line.md", "path", registered);
 }

@@ -98,12 +98,5 @@ TEST(FormatText, ShowsTheCodesOfUnprintableBytes) {
   EXPECT_EQ(formatted<kShowCodes>("%lc", 0x80), "\x80(-128)");
 }
 
-TEST(FormatText, IntoNeedsNoLimitAndNoBuffer) {
-  std::string bytes(8, kUntouched);
-  EXPECT_EQ(format_into(bytes.data(), "%.2d%c", 12, '\x01'), 6);
-  EXPECT_EQ(bytes, "12.00\x01~~");
-  EXPECT_EQ(format_into(nullptr, "%.1000000000u", 5), 1'000'000'002);
-}
-
 }  // namespace
 }  // namespace svcinst

@@ -28,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const int result = run_program(static_cast<int>(argv.size()), argv.data());
 
   bool done = false;
-  for (const std::string& call : call_log()) {
+  for (const std::string& call : call_log) {
     assert(call != "-a closed handle");
     done |= call == "delete" || (call.starts_with("create(") && call.ends_with(")"));
   }

@@ -13,7 +13,7 @@ TEST_F(LogTest, PadsTheDateAndTheTimeOfDay) {
       {{10000, 10, 2, 10, 10, 10, 10, 60}, "[10000-10-10 10:10:10.060|"}};
   set_time(true);
   for (const auto& [time, field] : rows) {
-    scripted_clock().local_time = time;
+    scripted_clock.local_time = time;
     EXPECT_EQ(logged(log_info, ""), field + info_tag);
   }
 }
@@ -29,7 +29,7 @@ TEST_F(LogTest, PadsTheOtherFieldsBehindThem) {
                "1,234,567,890,123 us =+9,876,543,210 us|0xfedcba98|12345|"}};
   for (const auto switch_field : {set_time, set_cpu, set_thread, set_count}) switch_field(true);
   for (const auto& row : rows) {
-    scripted_clock() = {.nanoseconds = 999, .nanoseconds_read = 5, .thread_id = row.thread};
+    scripted_clock = {.nanoseconds = 999, .nanoseconds_read = 5, .thread_id = row.thread};
     start_time_ns = -1000 * row.since_start;
     last_record_time_ns = -1000 * row.since_last;
     record_counter = row.number;
@@ -88,7 +88,7 @@ TEST_F(LogTest, WritesNothingAndOpensNoSinkWhileItIsOff) {
 
 TEST_F(LogTest, BuffersTheOwnConsoleAndMovesToAnotherAndToNone) {
   const CapturedStdout console;
-  call_log().clear();
+  call_log.clear();
   std::setvbuf(stdout, nullptr, _IONBF, 0);
   set_log2cmd(0);
   log_it("one, ");
@@ -104,7 +104,7 @@ TEST_F(LogTest, BuffersTheOwnConsoleAndMovesToAnotherAndToNone) {
   set_log2cmd(UINT64_MAX);
   EXPECT_EQ(log_it("lost"), 4);
   EXPECT_EQ(console.bytes(), "one, two, three\n");
-  EXPECT_EQ(call_log(), (std::vector<std::string>{"FreeConsole()", "AttachConsole(7)"}));
+  EXPECT_EQ(call_log, (std::vector<std::string>{"FreeConsole()", "AttachConsole(7)"}));
 }
 
 TEST_F(LogTest, AppendsToAFileWhoseNameHasUpTo255Bytes) {

@@ -21,12 +21,12 @@ struct ScriptedClock {
 };
 
 /// What the calls answer; change it at will.
-ScriptedClock& scripted_clock();
+inline constinit ScriptedClock scripted_clock;
 
 /// One line a call, in order: "Sleep(1000)", "GetLocalTime()", "FreeConsole()", "AttachConsole(7)",
 /// and the calls of other scripted parts. The other functions of the clock and the process leave
 /// none.
-std::vector<std::string>& call_log();
+inline constinit std::vector<std::string> call_log;
 
 /// Sets the clock back to its defaults and empties the log.
 void reset_scripted_clock();

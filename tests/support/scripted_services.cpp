@@ -17,25 +17,22 @@ struct State {
   std::size_t reports = 0;
 };
 
-State& state() {
-  static State the_state;
-  return the_state;
-}
+State state;
 
 // Records a call that succeeds where it is the right one and the script allows it.
 bool record(const std::string& call, bool is_right) {
-  const bool succeeds = ++state().calls != state().script.failing_call && is_right;
-  call_log().push_back(succeeds ? call : call + " fails");
+  const bool succeeds = ++state.calls != state.script.failing_call && is_right;
+  call_log.push_back(succeeds ? call : call + " fails");
   return succeeds;
 }
 
 bool is_open(SC_HANDLE handle) {
-  return state().open.contains(handle);
+  return state.open.contains(handle);
 }
 
 SC_HANDLE open(const std::string& name) {
-  const auto handle = reinterpret_cast<SC_HANDLE>(++state().handles);
-  state().open[handle] = name;
+  const auto handle = reinterpret_cast<SC_HANDLE>(++state.handles);
+  state.open[handle] = name;
   return handle;
 }
 
@@ -53,20 +50,20 @@ std::string quoted_list(const char* names) {
 
 // The next status of the script.
 SERVICE_STATUS report() {
-  const auto& statuses = state().script.statuses;
-  const ScriptedStatus& status = statuses.at(std::min(state().reports++, statuses.size() - 1));
+  const auto& statuses = state.script.statuses;
+  const ScriptedStatus& status = statuses.at(std::min(state.reports++, statuses.size() - 1));
   return {0x10, status.state, 1, 0, 0, status.checkpoint, status.wait_hint};
 }
 
 }  // namespace
 
 void play(const ScriptedServices& script) {
-  state() = {script, {}};
+  state = {script, {}};
   reset_scripted_clock();
 }
 
 std::size_t open_handles() {
-  return state().open.size();
+  return state.open.size();
 }
 
 }  // namespace svcinst
@@ -121,6 +118,6 @@ BOOL DeleteService(SC_HANDLE service) {
 }
 
 BOOL CloseServiceHandle(SC_HANDLE handle) {
-  call_log().push_back('-' + (is_open(handle) ? state().open[handle] : "a closed handle"));
-  return state().open.erase(handle) != 0 ? TRUE : FALSE;
+  call_log.push_back('-' + (is_open(handle) ? state.open[handle] : "a closed handle"));
+  return state.open.erase(handle) != 0 ? TRUE : FALSE;
 }

@@ -1,6 +1,6 @@
 // A Service Control Manager that plays a script, linked in the real one's place. It is strict: a
 // call on a handle that is not open, or with another fixed argument than the program is to pass,
-// fails. Every call is one line of call_log():
+// fails. Every call is one line of call_log:
 //   +manager   +svc   create("svc", "Display", "C:\x.exe", "Tcpip\0\0")   describe("text")
 //   query   stop   delete   -svc   -manager
 // "+" opens and "-" closes a handle. A call that fails has " fails" behind it.
