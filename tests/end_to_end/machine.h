@@ -16,8 +16,7 @@ Result run_line(const std::string& line);
 /// "path|display name|description|dependency|type start error account"; empty for no service.
 std::string registration(const std::string& name);
 
-/// Starts a service that does what its name says: "running", "paused", or "hung" when it is to
-/// stop.
+/// Starts the service "running", or "hung", which is to stop soon and never does.
 void start(const std::string& name);
 
 }  // namespace svcinst

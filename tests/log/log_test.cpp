@@ -59,10 +59,8 @@ TEST_F(LogTest, FormatsUpToTheMostBytesOfAMessage) {
   const std::string text(2000, 'x');
   EXPECT_EQ(logged(log_info, "%s", text.c_str()), "[" + info_tag + std::string(1024, 'x'));
   EXPECT_EQ(logged(log_it, "ab%5"), "ab") << "what stands before a directive that cannot be read";
-  set_max(1);
-  set_max(0);  // changes nothing
-  EXPECT_EQ(logged(log_it, "%s", text.c_str()), "x");
   set_max(2002);
+  set_max(0);  // changes nothing
   EXPECT_EQ(logged(log_it, "%s%c|", text.c_str(), 0), text + std::string("\0|", 2));
   EXPECT_EQ(logged(log_info, "%s", "a\1"), "[" + info_tag + "a\1");
   set_with_hex(true);
@@ -103,7 +101,6 @@ TEST_F(LogTest, BuffersTheOwnConsoleAndMovesToAnotherAndToNone) {
   EXPECT_EQ(console.bytes(false), "one, two, three\n");
   set_log2cmd(UINT64_MAX);
   EXPECT_EQ(log_it("lost"), 4);
-  EXPECT_EQ(console.bytes(), "one, two, three\n");
   EXPECT_EQ(call_log, (std::vector<std::string>{"FreeConsole()", "AttachConsole(7)"}));
 }
 

@@ -2,11 +2,6 @@
 
 namespace svcinst {
 
-void reset_scripted_clock() {
-  scripted_clock = {};
-  call_log.clear();
-}
-
 std::int64_t monotonic_nanoseconds() {
   const std::int64_t now = scripted_clock.nanoseconds;
   scripted_clock.nanoseconds += scripted_clock.nanoseconds_read;

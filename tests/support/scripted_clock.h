@@ -11,6 +11,7 @@
 
 namespace svcinst {
 
+/// What the calls answer.
 struct ScriptedClock {
   DWORD tick_count = 0;          // milliseconds, for GetTickCount; begins again at 0 after 2^32
   std::int64_t nanoseconds = 0;  // for monotonic_nanoseconds
@@ -20,15 +21,10 @@ struct ScriptedClock {
   DWORD thread_id = 0x1A2C;
 };
 
-/// What the calls answer; change it at will.
 inline constinit ScriptedClock scripted_clock;
 
-/// One line a call, in order: "Sleep(1000)", "GetLocalTime()", "FreeConsole()", "AttachConsole(7)",
-/// and the calls of other scripted parts. The other functions of the clock and the process leave
-/// none.
+/// The calls, one a line: "Sleep(1000)", "GetLocalTime()", "FreeConsole()", "AttachConsole(7)", and
+/// those of other scripted parts.
 inline constinit std::vector<std::string> call_log;
-
-/// Sets the clock back to its defaults and empties the log.
-void reset_scripted_clock();
 
 }  // namespace svcinst

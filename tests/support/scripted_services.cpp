@@ -59,7 +59,8 @@ SERVICE_STATUS report() {
 
 void play(const ScriptedServices& script) {
   state = {script, {}};
-  reset_scripted_clock();
+  scripted_clock = {};
+  call_log.clear();
 }
 
 std::size_t open_handles() {
