@@ -56,7 +56,6 @@ TEST(Program, ShowsTheHelpWithoutACommandOrWithoutItsOptions) {
   const std::vector<const char*> rows[] = {
       {"svcinst"},
       {"svcinst", "-i", "-b", "C:\\x", "-d", "x"},
-      {"svcinst", "-i", "-n", "a", "-d", "x"},
       {"svcinst", "-i", "-n", "a", "-b", "C:\\x"},
       {"svcinst", "-u"},
   };

@@ -93,8 +93,7 @@ TEST_F(EndToEnd, OtherLinesRegisterNothing) {
   } rows[] = {{"", "HELP"},
               {"-i -n new -b x", "HELP"},
               {"install -n new -b x -d D", "error at position: 1\nHELP"},
-              {R"(-i -n new -b x -d "display NAME")", "Open the service 'new' failed!\n"},
-              {"-i -n Taken -b x -d D", "Open the service 'Taken' failed!\n"},
+              {R"(-i -n new -b x -d "DISPLAY name")", "Open the service 'new' failed!\n"},
               {"-i -n a/b -b x -d D", "Open the service 'a/b' failed!\n"}};
   expect(R"(-i -n taken -b x -d "Display name")", "", 0);
   for (const auto& row : rows) {

@@ -26,7 +26,7 @@ class TempDirectory {
   TempDirectory() { std::filesystem::create_directory(directory_); }
   TempDirectory(const TempDirectory&) = delete;
   TempDirectory& operator=(const TempDirectory&) = delete;
-  ~TempDirectory() { std::filesystem::remove_all(directory_); }
+  ~TempDirectory() { std::filesystem::remove_all(directory_, ignored_); }
   [[nodiscard]] std::string path(const std::string& name) const {
     return (directory_ / name).string();
   }
@@ -34,6 +34,7 @@ class TempDirectory {
  private:
   std::filesystem::path directory_ = std::filesystem::temp_directory_path() /
                                      ("svcinst-" + std::to_string(std::random_device()()));
+  std::error_code ignored_;  // Windows keeps a program that still runs
 };
 
 /// While it lives, file descriptor 1 is a temporary file. One object at a time.
