@@ -14,9 +14,9 @@
 namespace svcinst {
 namespace {
 
-constexpr ScriptedStatus stopped{SERVICE_STOPPED};
-constexpr ScriptedStatus running{SERVICE_RUNNING};
-constexpr ScriptedStatus paused{SERVICE_PAUSED};
+constexpr ScriptedStatus kStopped{SERVICE_STOPPED};
+constexpr ScriptedStatus kRunning{SERVICE_RUNNING};
+constexpr ScriptedStatus kPaused{SERVICE_PAUSED};
 
 constexpr ScriptedStatus pending(DWORD checkpoint, DWORD wait_hint) {
   return {SERVICE_STOP_PENDING, checkpoint, wait_hint};
@@ -89,12 +89,11 @@ TEST(Program, RegistersWhatItsOptionsSay) {
 }
 
 TEST(Program, RefusesPathsThatAreNoText) {
-  const char* const told = " is not valid text in the code page for file names (65001)!\n> -1";
+  const char* const told =
+      "<The path '\xff' is not valid text in the code page for file names (65001)!\n> -1";
   for (const char* command : {"-i", "-u", "-x"})
-    EXPECT_EQ(story_of_program({"\xff", command, "-n", "a", "-b", "b", "-d", "x"}),
-              std::string("<The path '\xff'") + told);
-  EXPECT_EQ(story_of_program({"svcinst", "-i", "-n", "a", "-b", "C:\\\xff", "-d", "x"}),
-            std::string("<The path 'C:\\\xff'") + told);
+    EXPECT_EQ(story_of_program({"\xff", command, "-n", "a", "-b", "b", "-d", "x"}), told);
+  EXPECT_EQ(story_of_program({"svcinst", "-i", "-n", "a", "-b", "\xff", "-d", "x"}), told);
 }
 
 TEST(Program, TellsWhichStepOfAnInstallFailed) {
@@ -107,10 +106,9 @@ TEST(Program, TellsWhichStepOfAnInstallFailed) {
       {3, "+manager " + create + reopen + " fails describe(\"it\")" + not_described + "-manager 0"},
       {4, "+manager " + create + reopen + " describe(\"it\")" + not_described + "-a -manager 0"},
   };
+  const std::vector<const char*> argv = {"svcinst", "-i", "-n=a", "-b=C:\\x", "-d=x", "--desc=it"};
   for (const auto& [failing_call, story] : rows)
-    EXPECT_EQ(story_of_program({"p", "-i", "-n", "a", "-b", "C:\\x", "-d", "x", "--desc", "it"},
-                               {.failing_call = failing_call}),
-              story);
+    EXPECT_EQ(story_of_program(argv, {.failing_call = failing_call}), story);
 }
 
 // What stopping the service "s" comes to; 1 when it succeeds.
@@ -127,27 +125,29 @@ TEST(StopService, StopsAServiceThatHasSettledOrTellsWhichStepFailed) {
     int failing_call;
     std::string story;
   } rows[] = {
-      {{stopped}, 0, settles + "<The service 's' is stoped!\n> -s -manager 1"},
-      {{running, running, stopped},
+      {{kStopped}, 0, settles + "<The service 's' is stoped!\n> -s -manager 1"},
+      {{kRunning, kRunning, kStopped},
        0,
        stops + "<The service 's' stop successful!\n> -s -manager 1"},
-      {{paused, paused, stopped}, 0, stops + "<The service 's' stop successful!\n> -s -manager 1"},
-      {{running}, 0, stops + "<The service 's' stop failed!\n> -s -manager 1"},
-      {{running, running, pending(0, 30000), running},
+      {{kPaused, kPaused, kStopped},
+       0,
+       stops + "<The service 's' stop successful!\n> -s -manager 1"},
+      {{kRunning}, 0, stops + "<The service 's' stop failed!\n> -s -manager 1"},
+      {{kRunning, kRunning, pending(0, 30000), kRunning},
        0,
        settles + "stop query Sleep(3000) <The service 's' stop failed!\n> -s -manager 1"},
-      {{stopped}, 1, "+manager fails <Open the service manager failed!\n> 0"},
-      {{stopped}, 2, "+manager +s fails -manager <Open the service 's' failed!\n> 0"},
-      {{stopped}, 3, "+manager +s query fails -s -manager <Query the service 's' failed!\n> 0"},
-      {{stopped},
+      {{kStopped}, 1, "+manager fails <Open the service manager failed!\n> 0"},
+      {{kStopped}, 2, "+manager +s fails -manager <Open the service 's' failed!\n> 0"},
+      {{kStopped}, 3, "+manager +s query fails -s -manager <Query the service 's' failed!\n> 0"},
+      {{kStopped},
        4,
        "+manager +s query query fails -s -manager <Query the service 's' failed!\n> 0"},
       {{pending(0, 0)},
        5,
        settles + "Sleep(1000) query fails -s -manager <Query the service 's' failed!\n> 0"},
-      {{running}, 5, settles + "stop fails -s -manager <The service 's' stop failed> 0"},
-      {{paused}, 5, settles + "stop fails -s -manager <The service 's' stop failed!\n> 0"},
-      {{running}, 6, settles + "stop query fails -s -manager <Query the service 's' failed!\n> 0"},
+      {{kRunning}, 5, settles + "stop fails -s -manager <The service 's' stop failed> 0"},
+      {{kPaused}, 5, settles + "stop fails -s -manager <The service 's' stop failed!\n> 0"},
+      {{kRunning}, 6, settles + "stop query fails -s -manager <Query the service 's' failed!\n> 0"},
   };
   for (const auto& [statuses, failing_call, story] : rows)
     EXPECT_EQ(story_of_stop({statuses, failing_call}), story);
@@ -155,6 +155,7 @@ TEST(StopService, StopsAServiceThatHasSettledOrTellsWhichStepFailed) {
 
 // The first status is the one that the wait begins with.
 TEST(StopService, WaitsByTheFirstHintAndTimesOutByTheLatest) {
+  const std::string begin = "+manager +s query query ";
   const char* const settled = "<The service 's' is stoped!\n> -s -manager 1";
   const char* const timeout = "-s -manager <Timeout waiting for the service 's' to stop!\n> 0";
   const struct {
@@ -162,10 +163,10 @@ TEST(StopService, WaitsByTheFirstHintAndTimesOutByTheLatest) {
     const char* waits;
     const char* end;
   } rows[] = {
-      {{pending(0, 9999), stopped}, "Sleep(1000)", settled},
-      {{pending(0, 10010), stopped}, "Sleep(1001)", settled},
-      {{pending(0, 99999), stopped}, "Sleep(9999)", settled},
-      {{pending(0, 200000), stopped}, "Sleep(10000)", settled},
+      {{pending(0, 9999), kStopped}, "Sleep(1000)", settled},
+      {{pending(0, 10010), kStopped}, "Sleep(1001)", settled},
+      {{pending(0, 99999), kStopped}, "Sleep(9999)", settled},
+      {{pending(0, 200000), kStopped}, "Sleep(10000)", settled},
       {{{}, pending(0, 0), {SERVICE_STOPPED, 0, 2000}}, "Sleep(1000) Sleep(1000) query", settled},
       // Time runs out before the state is looked at ...
       {{{}, pending(0, 0), {SERVICE_STOPPED, 0, 1999}}, "Sleep(1000) Sleep(1000) query", timeout},
@@ -176,8 +177,7 @@ TEST(StopService, WaitsByTheFirstHintAndTimesOutByTheLatest) {
       {{pending(5, 0), pending(4, 0), pending(5, 1999)}, "Sleep(1000) Sleep(1000) query", timeout},
   };
   for (const auto& [statuses, waits, end] : rows)
-    EXPECT_EQ(story_of_stop({statuses}),
-              std::string("+manager +s query query ") + waits + " " + end);
+    EXPECT_EQ(story_of_stop({statuses}), begin + waits + " " + end);
 }
 
 // Behind the story of the stop, whatever that came to.
@@ -187,12 +187,12 @@ TEST(Program, UninstallDeletesTheServiceOnceItHasSettled) {
     int failing_call;
     const char* story;
   } rows[] = {
-      {{running, running, running}, 0, "+manager +s query Sleep(1000) delete -s -manager 0"},
-      {{running}, 5, "+manager +s query Sleep(1000) delete -s -manager 0"},
-      {{stopped}, 5, "+manager fails <Open the service manager failed!\n> -1"},
-      {{stopped}, 6, "+manager +s fails -manager <Open the service 's' failed!\n> -1"},
-      {{stopped}, 7, "+manager +s query fails -s -manager <Query the service 's' failed!\n> -1"},
-      {{stopped},
+      {{kRunning, kRunning, kRunning}, 0, "+manager +s query Sleep(1000) delete -s -manager 0"},
+      {{kRunning}, 5, "+manager +s query Sleep(1000) delete -s -manager 0"},
+      {{kStopped}, 5, "+manager fails <Open the service manager failed!\n> -1"},
+      {{kStopped}, 6, "+manager +s fails -manager <Open the service 's' failed!\n> -1"},
+      {{kStopped}, 7, "+manager +s query fails -s -manager <Query the service 's' failed!\n> -1"},
+      {{kStopped},
        8,
        "+manager +s query Sleep(1000) delete fails -s -manager "
        "<Delete the service 's' failed!\n> -1"},
