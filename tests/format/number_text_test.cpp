@@ -13,7 +13,6 @@ namespace {
 
 TEST(NumberText, Decimal) {
   EXPECT_EQ(view(u64_to_dec(UINT64_MAX)), "18446744073709551615");
-  EXPECT_EQ(view(i64_to_dec(INT64_MIN)), "-9223372036854775808");
   for (std::uint64_t power = 1; power < UINT64_MAX / 10; power *= 10) {
     EXPECT_EQ(view(u64_to_dec(power)), std::to_string(power));
     EXPECT_EQ(view(u64_to_dec(power - 1)), std::to_string(power - 1));
@@ -24,6 +23,7 @@ TEST(NumberText, HexadecimalAndBinary) {
   EXPECT_EQ(view(u64_to_hex(0, true, false)), "00");
   EXPECT_EQ(view(u64_to_hex(0xABC, true, true)), "0ABC");
   EXPECT_EQ(view(u64_to_hex(0xFEDCBA9876543210, true, true)), "FEDCBA9876543210");
+  EXPECT_EQ(view(u32_to_hex(0xABC)), "abc");
   EXPECT_EQ(view(hex_to_bin(ByteString("09afAF"))), "000010011010111110101111");
   for (const char* text : {"/", ":", "@", "G", "`", "g", "1x2"})
     EXPECT_EQ(view(hex_to_bin(ByteString(text))), "");
