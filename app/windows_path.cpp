@@ -29,7 +29,7 @@ bool has_server(std::wstring_view path) {
 // How many characters of `path` name its drive, device or server.
 std::size_t root_name_length(std::wstring_view path) {
   if (has_drive(path)) return 2;
-  if (has_device_prefix(path)) return 3;
+  if (has_device_prefix(path)) return 3;  // what follows is the root's separator
   if (has_server(path)) return std::min(path.find_first_of(kSeparators, 3), path.size());
   return 0;
 }

@@ -30,7 +30,7 @@ const MatchNode* find_option(const Grammar& grammar, TextView name) {
 }
 
 // The node that holds the option's value; null when it has none. One `=` or one space may stand
-// between name and value; whatever follows that is the value.
+// between name and value; what follows that, unless it is an option itself, is the value.
 const MatchNode* value_node(const MatchNode& option) {
   auto candidates = children_of(option);
   if (candidates.size() < 2) return nullptr;

@@ -155,32 +155,32 @@ TEST(StopService, StopsAServiceThatHasSettledOrTellsWhichStepFailed) {
 
 // The first status is the one that the wait begins with.
 TEST(StopService, WaitsByTheFirstHintAndTimesOutByTheLatest) {
+  const std::string twice = "Sleep(1000) Sleep(1000) query";
   const std::string begin = "+manager +s query query ";
   const char* const settled = "<The service 's' is stoped!\n> -s -manager 1";
   const char* const timeout = "-s -manager <Timeout waiting for the service 's' to stop!\n> 0";
   const struct {
     std::vector<ScriptedStatus> statuses;
-    const char* waits;
+    std::string waits;
     const char* end;
   } rows[] = {
-      {{pending(0, 9999), kStopped}, "Sleep(1000)", settled},
       {{pending(0, 10010), kStopped}, "Sleep(1001)", settled},
       {{pending(0, 99999), kStopped}, "Sleep(9999)", settled},
       {{pending(0, 200000), kStopped}, "Sleep(10000)", settled},
-      {{{}, pending(0, 0), {SERVICE_STOPPED, 0, 2000}}, "Sleep(1000) Sleep(1000) query", settled},
+      {{kStopped, pending(0, 0), {SERVICE_STOPPED, 0, 2000}}, twice, settled},
       // Time runs out before the state is looked at ...
-      {{{}, pending(0, 0), {SERVICE_STOPPED, 0, 1999}}, "Sleep(1000) Sleep(1000) query", timeout},
+      {{kStopped, pending(0, 0), {SERVICE_STOPPED, 0, 1999}}, twice, timeout},
       // ... unless the checkpoint has moved on, which does not move the start of the wait.
-      {{{}, pending(0, 0), pending(1, 0), pending(1, 2999)},
-       "Sleep(1000) Sleep(1000) query Sleep(1000) query",
+      {{kStopped, pending(0, 0), pending(1, 0), pending(1, 2999)},
+       twice + " Sleep(1000) query",
        timeout},
-      {{pending(5, 0), pending(4, 0), pending(5, 1999)}, "Sleep(1000) Sleep(1000) query", timeout},
+      {{pending(5, 0), pending(4, 0), pending(5, 1999)}, twice, timeout},
   };
   for (const auto& [statuses, waits, end] : rows)
     EXPECT_EQ(story_of_stop({statuses}), begin + waits + " " + end);
 }
 
-// Behind the story of the stop, whatever that came to.
+// The story of the stop, whatever that comes to, and without its result; then that of the row.
 TEST(Program, UninstallDeletesTheServiceOnceItHasSettled) {
   const struct {
     std::vector<ScriptedStatus> statuses;

@@ -1,5 +1,5 @@
 // Code pages. There is one here, UTF-8: the ANSI, the OEM and the locale's code page are all it.
-// Both directions are strict: what is not valid text is not converted.
+// What is not valid text is not converted; values above 0x10FFFF pass, as the C library takes them.
 #pragma once
 
 #include "platform/types_api.h"
