@@ -1,6 +1,6 @@
-// What all of the logger works on: one settings record and a little state beside it, for the whole
-// process. They are plain variables; the exported functions use them under the logger's lock.
-// Nothing is torn down, so that texts may be logged until the very end of the process.
+// What all of the logger works on, for the whole process: the levels with their coloured tags, one
+// settings record and a little state beside it. They are plain variables; the exported functions
+// use them under the logger's lock. Nothing is torn down: texts may be logged until the very end.
 #pragma once
 
 #include <cstdint>
