@@ -7,32 +7,11 @@
 #include "log/log_record.h"
 #include "log/log_settings.h"
 #include "log/network_sink.h"
-#include "platform/lock_api.h"
 
 using svcinst::log_settings;
+using svcinst::LogLock;
 
 namespace {
-
-// Held by each exported function from its first look at the settings to its end, so that texts come
-// out whole. Nothing constructs or destroys it at run time.
-constinit SRWLOCK log_lock = SRWLOCK_INIT;
-
-class [[nodiscard]] LogLock {
- public:
-  LogLock() {
-    AcquireSRWLockExclusive(&log_lock);
-    svcinst::start_up();
-  }
-  LogLock(const LogLock&) = delete;
-  LogLock& operator=(const LogLock&) = delete;
-  ~LogLock() { ReleaseSRWLockExclusive(&log_lock); }
-};
-
-// Runs before the static initialisers of the program; up to 100 the priorities are the compiler's
-// own. Code that was loaded before the program may have called one of the functions already.
-[[gnu::constructor(101)]] void start_with_the_process() {
-  const LogLock lock;
-}
 
 // What log_it() does, for a caller that holds the lock.
 int log_it_locked(const char* format, ...) {

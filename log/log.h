@@ -4,7 +4,8 @@
  *
  * All callers share one configuration, which lives as long as the process and holds its defaults
  * when the first call arrives, even before main runs. Calls may come from any thread; each runs as
- * a whole, so a setter waits for a log call that is under way.
+ * a whole, so a setter waits for a log call that is under way, and a signal handler or crash filter
+ * that may interrupt one must call none.
  *
  * A format follows this system's own rules, which are not printf's: see docs/format-strings.md.
  * Nothing is reported to callers. When memory runs out, std::bad_alloc leaves the function. */

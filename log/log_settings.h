@@ -50,7 +50,14 @@ extern std::int64_t start_time_ns;             // the monotonic clock at start-u
 extern std::int64_t last_record_time_ns;       // the same when the last levelled record was made
 extern char stdout_buffer[kStdoutBufferSize];  // what standard output may use
 
-/// Fills in what is known at run time only, at the first call; others do nothing.
-void start_up();
+/// Held by each exported function from its first look at the settings to its end, so that texts
+/// come out whole. The first one fills in what is known at run time only.
+class [[nodiscard]] LogLock {
+ public:
+  LogLock();
+  LogLock(const LogLock&) = delete;
+  LogLock& operator=(const LogLock&) = delete;
+  ~LogLock();
+};
 
 }  // namespace svcinst
