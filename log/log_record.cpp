@@ -7,6 +7,7 @@
 #include "format/format_text.h"
 #include "format/number_text.h"
 #include "format/output_buffer.h"
+#include "log/log_settings.h"
 #include "log/log_sinks.h"
 #include "platform/clock_api.h"
 #include "platform/process_api.h"

@@ -7,7 +7,7 @@
 #include <cstdarg>
 #include <cstdint>
 
-#include "log/log_settings.h"
+#include "log/log_level.h"
 
 namespace svcinst {
 

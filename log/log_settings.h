@@ -1,16 +1,14 @@
-// What all of the logger works on, for the whole process: the levels with their coloured tags, one
-// settings record and a little state beside it. They are plain variables; the exported functions
-// use them under the logger's lock. Nothing is torn down: texts may be logged until the very end.
+// What all of the logger works on, for the whole process: one settings record and a little state
+// beside it. They are plain variables; the exported functions use them under the logger's lock.
+// Nothing is torn down, so that texts may be logged until the very end of the process.
 #pragma once
 
 #include <cstdint>
 #include <cstdio>
 
-#include "common/text_view.h"
+#include "log/log_level.h"
 
 namespace svcinst {
-
-enum LogLevel : std::int32_t { kInfo, kNote, kWarn, kError, kFatal };
 
 constexpr std::int32_t kNoSocket = -1;
 constexpr std::uint64_t kNoConsole = UINT64_MAX;
@@ -35,13 +33,6 @@ struct LogSettings {
   Flag cpu = false;
   Flag count = false;
 };
-
-// For each level: colour, four letters, end of the colour.
-inline constinit const TextView level_tags[] = {"\033[36;40minfo\033[0m",   // cyan
-                                                "\033[32;40mnote\033[0m",   // green
-                                                "\033[33;40mwarn\033[0m",   // yellow
-                                                "\033[31;40meror\033[0m",   // red
-                                                "\033[35;40mfatl\033[0m"};  // magenta
 
 extern LogSettings log_settings;
 
