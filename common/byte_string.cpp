@@ -46,15 +46,6 @@ ByteString& ByteString::operator=(const ByteString& other) {
   return *this;
 }
 
-ByteString& ByteString::operator=(ByteString&& other) noexcept {
-  if (this == &other) return *this;
-  release(*this);
-  data = std::exchange(other.data, nullptr);
-  length = std::exchange(other.length, 0);
-  capacity = std::exchange(other.capacity, 0);
-  return *this;
-}
-
 ByteString::~ByteString() {
   release(*this);
 }

@@ -20,7 +20,6 @@ struct ByteString {
   ByteString(const ByteString& other);
   ByteString(ByteString&& other) noexcept;
   ByteString& operator=(const ByteString& other);
-  ByteString& operator=(ByteString&& other) noexcept;
   ~ByteString();
 };
 

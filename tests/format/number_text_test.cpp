@@ -13,6 +13,8 @@ namespace {
 
 TEST(NumberText, Decimal) {
   EXPECT_EQ(view(u64_to_dec(UINT64_MAX)), "18446744073709551615");
+  EXPECT_EQ(view(i64_to_dec(0)), "0");
+  EXPECT_EQ(view(i8_to_dec(-128)), "-128");
   for (std::uint64_t power = 1; power < UINT64_MAX / 10; power *= 10) {
     EXPECT_EQ(view(u64_to_dec(power)), std::to_string(power));
     EXPECT_EQ(view(u64_to_dec(power - 1)), std::to_string(power - 1));
