@@ -1,7 +1,7 @@
 @echo off
 rem Registers the service "hello", whose program hello.exe lies in this folder, and starts it.
 rem "install.bat remove" stops it and removes it. Needs svcinst.exe in this folder and an
-rem administrator's prompt. Ends with 0 or 1.
+rem administrator's prompt. Ends with 0 or 1; where the start fails, the service stays registered.
 
 if "%~1"=="remove" goto remove
 
