@@ -91,7 +91,6 @@ TEST_F(EndToEnd, OtherLinesRegisterNothing) {
   const struct {
     std::string options, messages;
   } rows[] = {{"", "HELP"},
-              {"-i -n new -b x", "HELP"},
               {"install -n new -b x -d D", "error at position: 1\nHELP"},
               {R"(-i -n new -b x -d "DISPLAY name")", "Open the service 'new' failed!\n"},
               {"-i -n a/b -b x -d D", "Open the service 'a/b' failed!\n"}};
