@@ -18,7 +18,7 @@ if(WIN32)
   # optimised as a whole, which therefore must not see that nobody does.
   add_library(svcinst_stack_guard OBJECT platform/windows/stack_guard.cpp)
   target_include_directories(svcinst_stack_guard PRIVATE platform/windows/include)
-  target_link_libraries(svcinst_stack_guard PUBLIC svcinst_options advapi32)
+  target_link_libraries(svcinst_stack_guard PUBLIC svcinst_options)
   target_compile_options(svcinst_stack_guard PRIVATE -fno-lto)
   link_libraries($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:svcinst_stack_guard>)
 else()

@@ -1,12 +1,12 @@
 // The stack protector's guard, and what checks of the stack and of buffer sizes call when they
 // fail. The compiler's library has all three, but asks the system's cryptography for the guard,
 // whose libraries take as long to load as everything else in a start.
+#include <x86intrin.h>
+
 #include <cstdint>
 #include <string_view>
 
 #include "platform/process_api.h"
-// Needs the types of the above.
-#include <ntsecapi.h>
 
 namespace {
 
@@ -23,8 +23,7 @@ namespace {
 // The names are the compiler's.
 // NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
 extern "C" {
-// Where no random number is to be had, bytes that a copied text can't contain stay in it.
-std::uintptr_t __stack_chk_guard = 0x0a0d'ff00'0a0d'ff00;
+std::uintptr_t __stack_chk_guard = 0;
 
 [[gnu::noreturn]] void __stack_chk_fail() {
   end_process("*** stack smashing detected ***: terminated\n");
@@ -38,13 +37,35 @@ std::uintptr_t __stack_chk_guard = 0x0a0d'ff00'0a0d'ff00;
 
 namespace {
 
-// Has no buffer and so no check of its own, which the change of the guard would make fail.
-int fill_guard() {
-  RtlGenRandom(&__stack_chk_guard, sizeof __stack_chk_guard);
-  return 0;
+// Every bit of the result depends on every bit of `value` (the finaliser of SplitMix64).
+std::uint64_t stirred(std::uint64_t value) {
+  value = (value ^ value >> 30) * 0xBF58'476D'1CE4'E5B9;
+  value = (value ^ value >> 27) * 0x94D0'49BB'1331'11EB;
+  return value ^ value >> 31;
 }
 
-// The runtime library calls the functions of this section before the constructors.
-[[gnu::used, gnu::section(".CRT$XIU")]] int (*const fill_guard_first)() = fill_guard;
+// Made of what differs from start to start and needs no library but KERNEL32: others may be looked
+// for in the program's folder first. A copied text can't get over the byte that is 0. Has no check
+// of its own, which the change of the guard would make fail.
+[[gnu::no_stack_protector]] void NTAPI fill_guard(PVOID /*module*/, DWORD reason,
+                                                  PVOID /*reserved*/) {
+  if (reason != DLL_PROCESS_ATTACH) return;
+  FILETIME time;
+  LARGE_INTEGER counter;
+  GetSystemTimeAsFileTime(&time);
+  QueryPerformanceCounter(&counter);
+  std::uint64_t guard = 0;
+  for (const std::uint64_t part :
+       {std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime,
+        static_cast<std::uint64_t>(counter.QuadPart), std::uint64_t{GetCurrentProcessId()},
+        std::uint64_t{GetCurrentThreadId()}, std::uint64_t{GetTickCount()},
+        reinterpret_cast<std::uint64_t>(&time), std::uint64_t{__rdtsc()}})
+    guard = stirred(guard ^ part);
+  __stack_chk_guard = guard << 8;
+}
+
+// The loader calls the functions of this section before it runs any code that could call into the
+// program: a thread of a library that is loaded into it early must not see the guard change.
+[[gnu::used, gnu::section(".CRT$XLB")]] const PIMAGE_TLS_CALLBACK fill_guard_first = fill_guard;
 
 }  // namespace
