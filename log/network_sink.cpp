@@ -76,7 +76,7 @@ bool connect_to(SOCKET socket, const char* address, std::uint16_t port) {
   peer.sin_family = AF_INET;
   peer.sin_addr.s_addr = inet_addr(address);
   peer.sin_port = htons(port);
-  if (connect(socket, reinterpret_cast<const sockaddr*>(&peer), int{sizeof peer}) == 0) return true;
+  if (connect(socket, reinterpret_cast<const sockaddr*>(&peer), sizeof peer) == 0) return true;
   return WSAGetLastError() == WSAEWOULDBLOCK && wait_until_connected(socket);
 }
 

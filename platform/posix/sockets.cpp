@@ -1,6 +1,7 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstddef>
 #include <cstring>
@@ -21,27 +22,16 @@ int ioctlsocket(SOCKET s, long command, u_long* value) {
   return ioctl(s, static_cast<unsigned long>(command), &mode);
 }
 
-int connect(SOCKET s, const sockaddr* name, int name_length) {
-  const int result = connect(s, name, static_cast<socklen_t>(name_length));
-  if (result != 0 && errno == EINPROGRESS && s >= FD_SETSIZE) errno = EMFILE;
-  return result;
-}
-
-int select(int socket_count, fd_set* /*readers*/, fd_set* writers, fd_set* exceptions,
-           const TIMEVAL* timeout) {
-  const timespec limit{timeout->tv_sec, timeout->tv_usec * 1000};
-  sigset_t all_signals;
-  sigfillset(&all_signals);
-  pollfd waiting{socket_count - 1, POLLOUT, 0};
-  const int ready = ppoll(&waiting, 1, &limit, &all_signals);
-  const bool failed = (waiting.revents & POLLERR) != 0;
-  FD_CLR(waiting.fd, failed ? writers : exceptions);
-  return ready;
-}
-
 int send(SOCKET s, const char* bytes, int length, int flags) {
-  const auto size = static_cast<std::size_t>(length);
-  return static_cast<int>(send(s, static_cast<const void*>(bytes), size, flags | MSG_NOSIGNAL));
+  int sent = 0;
+  do {
+    const auto left = static_cast<std::size_t>(length - sent);
+    // The system's: ours takes no void pointer.
+    const ssize_t taken = send(s, static_cast<const void*>(bytes + sent), left, flags);
+    if (taken < 0 && errno != EINTR) return SOCKET_ERROR;
+    sent += static_cast<int>(std::max<ssize_t>(taken, 0));
+  } while (sent < length);
+  return sent;
 }
 
 int closesocket(SOCKET s) {
@@ -49,6 +39,18 @@ int closesocket(SOCKET s) {
 }
 
 namespace svcinst {
+
+int select(int /*socket_count*/, fd_set* /*readers*/, fd_set* writers, fd_set* exceptions,
+           const TIMEVAL* timeout) {
+  const timespec limit{timeout->tv_sec, timeout->tv_usec * 1000};
+  sigset_t all_signals;
+  sigfillset(&all_signals);
+  pollfd waiting{writers->fd_array[0], POLLOUT, 0};
+  const int ready = ppoll(&waiting, 1, &limit, &all_signals);
+  const bool failed = (waiting.revents & POLLERR) != 0;
+  FD_ZERO(failed ? writers : exceptions);
+  return ready;
+}
 
 ErrorText socket_error_text(int code) {
   ErrorText error{};
