@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -6,10 +7,21 @@
 
 namespace {
 
-// Windows knows no signal for a write that nobody reads: it fails, and the process goes on.
-[[gnu::constructor(101)]] void ignore_broken_pipes() {
-  std::signal(SIGPIPE, SIG_IGN);
+void open_if_closed(int descriptor) {
+  if (fcntl(descriptor, F_GETFD) == -1) open("/dev/null", O_RDWR);
 }
+
+// Windows knows no signal for a write that nobody reads: it fails, and the process goes on. Nor
+// does it hand out a standard handle again that was closed at the start: a socket or file that got
+// the number of standard output would receive what is written there.
+void make_as_on_windows() {
+  std::signal(SIGPIPE, SIG_IGN);
+  for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor)
+    open_if_closed(descriptor);
+}
+
+// The loader calls the functions of this section before any library's constructors, which may log.
+[[gnu::used, gnu::section(".preinit_array")]] void (*const run_first)() = make_as_on_windows;
 
 }  // namespace
 
