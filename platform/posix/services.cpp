@@ -33,18 +33,17 @@ struct ServiceHandleTag {
 namespace {
 
 constexpr char kTable[] =
-    "CREATE TABLE services(id INTEGER PRIMARY KEY, name TEXT NOT NULL,"
+    "services(id INTEGER PRIMARY KEY, name TEXT NOT NULL,"
     " display_name TEXT, service_type INTEGER NOT NULL, start_type INTEGER NOT NULL,"
     " error_control INTEGER NOT NULL, binary_path TEXT NOT NULL, dependencies BLOB,"
     " account TEXT NOT NULL, description TEXT, current_state INTEGER NOT NULL,"
     " controls_accepted INTEGER NOT NULL, win32_exit_code INTEGER NOT NULL,"
     " service_specific_exit_code INTEGER NOT NULL, checkpoint INTEGER NOT NULL,"
-    " wait_hint INTEGER NOT NULL, process_id INTEGER NOT NULL, service_flags INTEGER NOT NULL,"
-    " delete_pending INTEGER NOT NULL)";
+    " wait_hint INTEGER NOT NULL, process_id INTEGER NOT NULL, service_flags INTEGER NOT NULL)";
 
 // 1 for a database that is new, or holds our table and nothing else, undamaged.
 constexpr char kIsOurs[] =
-    "SELECT CASE group_concat(sql) WHEN ?1 THEN (SELECT quick_check = 'ok'"
+    "SELECT CASE group_concat(sql) WHEN 'CREATE TABLE ' || ?1 THEN (SELECT quick_check = 'ok'"
     " FROM pragma_quick_check(1)) ELSE count(*) = 0 END FROM sqlite_schema";
 
 // Adds a service that is stopped (1) and was never started (1077), unless one of its names is
@@ -52,8 +51,8 @@ constexpr char kIsOurs[] =
 constexpr char kCreate[] =
     "INSERT INTO services(name, display_name, service_type, start_type, error_control,"
     " binary_path, dependencies, account, current_state, controls_accepted, win32_exit_code,"
-    " service_specific_exit_code, checkpoint, wait_hint, process_id, service_flags, delete_pending)"
-    " SELECT ?1, ?2, ?3, ?4, ?5, ?6, ?7, 'LocalSystem', 1, 0, 1077, 0, 0, 0, 0, 0, 0"
+    " service_specific_exit_code, checkpoint, wait_hint, process_id, service_flags)"
+    " SELECT ?1, ?2, ?3, ?4, ?5, ?6, ?7, ifnull(?8, 'LocalSystem'), 1, 0, 1077, 0, 0, 0, 0, 0"
     " WHERE length(?1) BETWEEN 1 AND 256 AND ?1 NOT GLOB '*[/\\]*'"
     " AND ifnull(length(?2), 0) <= 256"
     " AND NOT EXISTS (SELECT 1 FROM services WHERE ?1 COLLATE NOCASE IN (name, display_name)"
@@ -121,29 +120,50 @@ std::string database_path() {
   return home.empty() ? "" : home + "/.local/state/svcinst/services.db";
 }
 
-// Makes the folders that `path` is to lie in. False when the user can't add files to the last one.
-bool prepare_folder(const std::string& path) {
+// Makes the folders that `path` is to lie in.
+void make_folders(const std::string& path) {
   for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1))
     mkdir(path.substr(0, end).c_str(), 0755);
-  return access(path.substr(0, path.rfind('/') + 1).c_str(), W_OK | X_OK) == 0;
+}
+
+// SQLite takes a file of one byte for an empty one.
+bool is_too_short(const std::string& path) {
+  constexpr off_t kShortestPage = 512;  // bytes
+  struct stat file;
+  return stat(path.c_str(), &file) == 0 && file.st_size > 0 && file.st_size < kShortestPage;
+}
+
+// True when the user can add files, such as SQLite's journal, to the folder that the database lies
+// in once all links are followed.
+bool has_writable_folder(sqlite3* database) {
+  const std::string file = sqlite3_db_filename(database, "main");
+  return access(file.substr(0, file.rfind('/') + 1).c_str(), W_OK | X_OK) == 0;
+}
+
+// The table is there afterwards; false when it isn't, or anything else is.
+bool prepare_table(sqlite3* database) {
+  const Statement check = prepare(database, kIsOurs, kTable);
+  if (sqlite3_step(check.get()) != SQLITE_ROW || sqlite3_column_int(check.get(), 0) != 1)
+    return false;
+  return run(database, (std::string("CREATE TABLE IF NOT EXISTS ") + kTable).c_str());
 }
 
 // None when the database can't be written, is damaged or somebody else's.
 Connection open_database() {
   constexpr int kLockTimeout = 10'000;  // milliseconds
   const std::string path = database_path();
-  if (path.empty() || !prepare_folder(path)) return nullptr;
+  if (path.empty()) return nullptr;
+  make_folders(path);
+  if (is_too_short(path)) return nullptr;
   sqlite3* opened = nullptr;
   const int result = sqlite3_open(path.c_str(), &opened);
   Connection database(opened);
   // EXTRA: with FULL, a loss of power can bring a deleted journal back, which undoes the last
   // change.
   if (result != SQLITE_OK || sqlite3_busy_timeout(opened, kLockTimeout) != SQLITE_OK ||
-      !run(opened, "PRAGMA synchronous=EXTRA") || sqlite3_db_readonly(opened, "main") != 0)
+      !run(opened, "PRAGMA synchronous=EXTRA") || sqlite3_db_readonly(opened, "main") != 0 ||
+      !has_writable_folder(opened) || !prepare_table(opened))
     return nullptr;
-  const Statement check = prepare(opened, kIsOurs, kTable);
-  const bool checked = sqlite3_step(check.get()) == SQLITE_ROW;
-  if (!checked || sqlite3_column_int(check.get(), 0) != 1) return nullptr;
   return database;
 }
 
@@ -176,14 +196,9 @@ SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD /*access*/) {
 SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DWORD /*access*/,
                          DWORD service_type, DWORD start_type, DWORD error_control,
                          LPCSTR binary_path, LPCSTR /*group*/, LPDWORD /*tag_id*/,
-                         LPCSTR dependencies, LPCSTR /*account*/, LPCSTR /*password*/) {
-  sqlite3* const database = manager->database;
+                         LPCSTR dependencies, LPCSTR account, LPCSTR /*password*/) {
   auto service = new_handle(manager, name);
-  if (!run(database, "BEGIN IMMEDIATE")) return nullptr;
-  run(database, kTable);  // fails where it is there already
-  // An earlier version marked a row before it removed it, and could be ended in between.
-  run(database, "DELETE FROM services WHERE delete_pending <> 0");
-  const Statement create = prepare(database, kCreate, name);
+  const Statement create = prepare(manager->database, kCreate, name);
   sqlite3_bind_text(create.get(), 2, display_name, -1, SQLITE_STATIC);
   sqlite3_bind_int64(create.get(), 3, service_type);
   sqlite3_bind_int64(create.get(), 4, start_type);
@@ -191,9 +206,8 @@ SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DW
   sqlite3_bind_text(create.get(), 6, binary_path, -1, SQLITE_STATIC);
   if (dependencies != nullptr)
     sqlite3_bind_blob(create.get(), 7, dependencies, list_size(dependencies), SQLITE_STATIC);
-  if (changes_one_row(database, create) && run(database, "COMMIT")) return service.release();
-  run(database, "ROLLBACK");
-  return nullptr;
+  sqlite3_bind_text(create.get(), 8, account, -1, SQLITE_STATIC);
+  return changes_one_row(manager->database, create) ? service.release() : nullptr;
 }
 
 BOOL ChangeServiceConfig2A(SC_HANDLE service, DWORD /*level*/, LPVOID info) {

@@ -66,9 +66,10 @@ SC_HANDLE OpenSCManagerA(LPCSTR machine, LPCSTR database, DWORD access);
 /// Fails for a service that is not there.
 SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD access);
 
-/// dependencies: names with a NUL each and one more NUL behind the last; null for none. group,
-/// tag_id, account, password: null. The service is there, and stopped, once this returns; fails for
-/// a name or display name that is not allowed or taken, whatever the case of its ASCII letters.
+/// dependencies: names with a NUL each and one more NUL behind the last; null for none. account:
+/// null for the local system. group, tag_id, password: null. The service is there, and stopped,
+/// once this returns; fails for a name or display name that is not allowed or taken, whatever the
+/// case of its ASCII letters.
 SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DWORD access,
                          DWORD service_type, DWORD start_type, DWORD error_control,
                          LPCSTR binary_path, LPCSTR group, LPDWORD tag_id, LPCSTR dependencies,
