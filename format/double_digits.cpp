@@ -1,6 +1,7 @@
 #include "format/double_digits.h"
 
 #include <bit>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -52,8 +53,11 @@ TextView write_double(DoubleBuffer& buffer, double value) {
   const auto bits = std::bit_cast<std::uint64_t>(value);
   const auto field = static_cast<int>(bits >> kMantissaBits & 0x7FF);
   if (field >= 1023 + 63) {  // 2^63 and more, infinities, NaNs
-    const int length = std::snprintf(buffer.data(), buffer.size(), "%f", value);
-    return {buffer.data(), static_cast<std::size_t>(length)};
+    std::size_t length =
+        static_cast<std::size_t>(std::snprintf(buffer.data(), buffer.size(), "%.0f", value));
+    // Not the C library's point, which a library that was loaded may have changed.
+    if (std::isfinite(value)) length += TextView(".000000").copy(buffer.data() + length, 7);
+    return {buffer.data(), length};
   }
   // The bit that is not stored; subnormals lack it, but with it too they round to zero.
   constexpr std::uint64_t kHiddenBit = std::uint64_t{1} << kMantissaBits;
