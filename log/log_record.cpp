@@ -11,6 +11,7 @@
 #include "log/log_sinks.h"
 #include "platform/clock_api.h"
 #include "platform/process_api.h"
+#include "platform/steady_clock.h"
 
 namespace svcinst {
 namespace {

@@ -1,8 +1,8 @@
 #include "log/log_settings.h"
 
-#include "platform/clock_api.h"
 #include "platform/lock_api.h"
 #include "platform/process_api.h"
+#include "platform/steady_clock.h"
 
 namespace svcinst {
 

@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "platform/clock_api.h"
+#include "platform/steady_clock.h"
 
 DWORD GetTickCount() {
   return static_cast<DWORD>(svcinst::monotonic_nanoseconds() / 1'000'000);
@@ -13,9 +14,6 @@ void Sleep(DWORD milliseconds) {
 }
 
 void GetLocalTime(LPSYSTEMTIME time) {
-  // localtime() looks at the zone's file each time, which takes far longer than the conversion.
-  static const bool zone_is_read = (tzset(), true);
-  static_cast<void>(zone_is_read);
   timespec moment;
   clock_gettime(CLOCK_REALTIME, &moment);
   tm local{};
@@ -24,8 +22,4 @@ void GetLocalTime(LPSYSTEMTIME time) {
            static_cast<WORD>(local.tm_wday),        static_cast<WORD>(local.tm_mday),
            static_cast<WORD>(local.tm_hour),        static_cast<WORD>(local.tm_min),
            static_cast<WORD>(local.tm_sec),         static_cast<WORD>(moment.tv_nsec / 1'000'000)};
-}
-
-std::int64_t svcinst::monotonic_nanoseconds() {
-  return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch()).count();
 }

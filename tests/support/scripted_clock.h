@@ -8,6 +8,7 @@
 
 #include "platform/clock_api.h"
 #include "platform/process_api.h"
+#include "platform/steady_clock.h"
 
 namespace svcinst {
 

@@ -1,7 +1,5 @@
-// The clocks. A test that links clocks of its own defines every function of this header.
+// The clocks. A test that links clocks of its own defines all of them.
 #pragma once
-
-#include <cstdint>
 
 #include "platform/types_api.h"
 
@@ -27,10 +25,3 @@ void Sleep(DWORD milliseconds);
 /// Fills `time` with one reading of the local time. The time zone is read once, at the first call.
 void GetLocalTime(LPSYSTEMTIME time);
 // NOLINTEND(readability-identifier-naming)
-
-namespace svcinst {
-
-/// Nanoseconds of the standard library's steady clock.
-std::int64_t monotonic_nanoseconds();
-
-}  // namespace svcinst
