@@ -44,8 +44,8 @@ constexpr SocketOption kOptions[] = {{"reuseaddr", SO_REUSEADDR, 0, true, true},
 void set_option(SOCKET socket, const SocketOption& option) {
   const auto* value = reinterpret_cast<const char*>(&option.value);
   if (setsockopt(socket, SOL_SOCKET, option.name, value, sizeof option.value) == 0) return;
-  const ErrorText error = socket_error_text(WSAGetLastError());
-  std::printf("setsockopt %s with error info %s!\n", option.word, error.text);
+  const std::string error = socket_error_text(WSAGetLastError());
+  std::printf("setsockopt %s with error info %s!\n", option.word, error.c_str());
 }
 
 SOCKET create_socket(SocketKind kind) {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstddef>
-#include <cstring>
+#include <system_error>
 
 #include "platform/socket_api.h"
 
@@ -52,11 +52,8 @@ int select(int /*socket_count*/, fd_set* /*readers*/, fd_set* writers, fd_set* e
   return ready;
 }
 
-ErrorText socket_error_text(int code) {
-  ErrorText error{};
-  const char* text = strerror_r(code, error.text, sizeof error.text);
-  if (text != error.text) std::strncpy(error.text, text, sizeof error.text - 1);
-  return error;
+std::string socket_error_text(int code) {
+  return std::generic_category().message(code);
 }
 
 }  // namespace svcinst

@@ -2,14 +2,12 @@
 
 namespace svcinst {
 
-ErrorText socket_error_text(int code) {
-  ErrorText error{};
-  DWORD length =
-      FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                     static_cast<DWORD>(code), 0, error.text, sizeof error.text, nullptr);
-  for (; length > 0 && static_cast<unsigned char>(error.text[length - 1]) <= ' '; --length)
-    error.text[length - 1] = '\0';
-  return error;
+std::string socket_error_text(int code) {
+  char text[256];
+  DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                static_cast<DWORD>(code), 0, text, sizeof text, nullptr);
+  while (length > 0 && static_cast<unsigned char>(text[length - 1]) <= ' ') --length;
+  return {text, length};
 }
 
 }  // namespace svcinst

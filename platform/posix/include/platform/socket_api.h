@@ -11,6 +11,7 @@
 #include <sys/types.h>
 
 #include <cerrno>
+#include <string>
 
 #include "platform/types_api.h"
 
@@ -87,11 +88,7 @@ int select(int socket_count, fd_set* readers, fd_set* writers, fd_set* exception
            const TIMEVAL* timeout);
 // NOLINTEND(readability-identifier-naming)
 
-struct ErrorText {
-  char text[256];  // NUL-terminated
-};
-
 /// The system's text for `code`, a code of WSAGetLastError.
-ErrorText socket_error_text(int code);
+std::string socket_error_text(int code);
 
 }  // namespace svcinst
