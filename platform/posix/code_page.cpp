@@ -1,5 +1,6 @@
 #include <iconv.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -13,21 +14,22 @@ struct IconvCloser {
   void operator()(iconv_t converter) const { iconv_close(converter); }
 };
 
-// The units that `length` units of `text` become; 0 when they don't fit into `size` of them. They
-// are stored in `result` unless `size` is 0.
+// The units that `length` units of `text` become, stored in `result` unless `size` is 0; 0 when
+// they are no text or more than `size`.
 template <class From, class To>
 int convert(const char* from, const char* to, const From* text, int length, To* result, int size) {
   iconv_t opened = iconv_open(to, from);
   if (reinterpret_cast<std::intptr_t>(opened) == -1) return 0;
   const std::unique_ptr<void, IconvCloser> converter(opened);
-  std::vector<To> counted(size == 0 ? static_cast<std::size_t>(length) * 4 : 0);
+  std::vector<To> units(static_cast<std::size_t>(size != 0 ? size : 4 * length));
   auto* in = reinterpret_cast<char*>(const_cast<From*>(text));
-  auto* out = reinterpret_cast<char*>(size == 0 ? counted.data() : result);
-  const auto most = (size == 0 ? counted.size() : static_cast<std::size_t>(size)) * sizeof(To);
+  auto* out = reinterpret_cast<char*>(units.data());
   auto in_left = static_cast<std::size_t>(length) * sizeof(From);
-  auto out_left = most;
-  const std::size_t failed = iconv(converter.get(), &in, &in_left, &out, &out_left);
-  return failed != 0 ? 0 : static_cast<int>((most - out_left) / sizeof(To));
+  auto out_left = units.size() * sizeof(To);
+  if (iconv(converter.get(), &in, &in_left, &out, &out_left) != 0) return 0;
+  units.resize(units.size() - out_left / sizeof(To));
+  if (size != 0) std::copy(units.begin(), units.end(), result);
+  return static_cast<int>(units.size());
 }
 
 }  // namespace

@@ -1,12 +1,12 @@
 // The Service Control Manager, played by a table in SQLite with one row a service. It refuses the
 // names that Windows refuses; that programs don't disturb one another is SQLite's work.
 #include <sqlite3.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -32,27 +32,27 @@ struct ServiceHandleTag {
 
 namespace {
 
+// A new service is stopped (1) and was never started (1077).
 constexpr char kTable[] =
-    "services(id INTEGER PRIMARY KEY, name TEXT NOT NULL,"
-    " display_name TEXT, service_type INTEGER NOT NULL, start_type INTEGER NOT NULL,"
-    " error_control INTEGER NOT NULL, binary_path TEXT NOT NULL, dependencies BLOB,"
-    " account TEXT NOT NULL, description TEXT, current_state INTEGER NOT NULL,"
-    " controls_accepted INTEGER NOT NULL, win32_exit_code INTEGER NOT NULL,"
-    " service_specific_exit_code INTEGER NOT NULL, checkpoint INTEGER NOT NULL,"
-    " wait_hint INTEGER NOT NULL, process_id INTEGER NOT NULL, service_flags INTEGER NOT NULL)";
+    "services(id INTEGER PRIMARY KEY, name TEXT NOT NULL, display_name TEXT,"
+    " service_type INTEGER NOT NULL, start_type INTEGER NOT NULL, error_control INTEGER NOT NULL,"
+    " binary_path TEXT NOT NULL, dependencies BLOB, account TEXT NOT NULL, description TEXT,"
+    " current_state INTEGER NOT NULL DEFAULT 1, controls_accepted INTEGER NOT NULL DEFAULT 0,"
+    " win32_exit_code INTEGER NOT NULL DEFAULT 1077,"
+    " service_specific_exit_code INTEGER NOT NULL DEFAULT 0,"
+    " checkpoint INTEGER NOT NULL DEFAULT 0, wait_hint INTEGER NOT NULL DEFAULT 0,"
+    " process_id INTEGER NOT NULL DEFAULT 0, service_flags INTEGER NOT NULL DEFAULT 0)";
 
 // 1 for a database that is new, or holds our table and nothing else, undamaged.
 constexpr char kIsOurs[] =
     "SELECT CASE group_concat(sql) WHEN 'CREATE TABLE ' || ?1 THEN (SELECT quick_check = 'ok'"
     " FROM pragma_quick_check(1)) ELSE count(*) = 0 END FROM sqlite_schema";
 
-// Adds a service that is stopped (1) and was never started (1077), unless one of its names is
-// taken or not allowed.
+// Adds a service, unless one of its names is taken or not allowed.
 constexpr char kCreate[] =
     "INSERT INTO services(name, display_name, service_type, start_type, error_control,"
-    " binary_path, dependencies, account, current_state, controls_accepted, win32_exit_code,"
-    " service_specific_exit_code, checkpoint, wait_hint, process_id, service_flags)"
-    " SELECT ?1, ?2, ?3, ?4, ?5, ?6, ?7, ifnull(?8, 'LocalSystem'), 1, 0, 1077, 0, 0, 0, 0, 0"
+    " binary_path, dependencies, account)"
+    " SELECT ?1, ?2, ?3, ?4, ?5, ?6, ?7, ifnull(?8, 'LocalSystem')"
     " WHERE length(?1) BETWEEN 1 AND 256 AND ?1 NOT GLOB '*[/\\]*'"
     " AND ifnull(length(?2), 0) <= 256"
     " AND NOT EXISTS (SELECT 1 FROM services WHERE ?1 COLLATE NOCASE IN (name, display_name)"
@@ -120,19 +120,6 @@ std::string database_path() {
   return home.empty() ? "" : home + "/.local/state/svcinst/services.db";
 }
 
-// Makes the folders that `path` is to lie in.
-void make_folders(const std::string& path) {
-  for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1))
-    mkdir(path.substr(0, end).c_str(), 0755);
-}
-
-// SQLite takes a file of one byte for an empty one.
-bool is_too_short(const std::string& path) {
-  constexpr off_t kShortestPage = 512;  // bytes
-  struct stat file;
-  return stat(path.c_str(), &file) == 0 && file.st_size > 0 && file.st_size < kShortestPage;
-}
-
 // True when the user can add files, such as SQLite's journal, to the folder that the database lies
 // in once all links are followed.
 bool has_writable_folder(sqlite3* database) {
@@ -150,11 +137,14 @@ bool prepare_table(sqlite3* database) {
 
 // None when the database can't be written, is damaged or somebody else's.
 Connection open_database() {
-  constexpr int kLockTimeout = 10'000;  // milliseconds
+  constexpr int kLockTimeout = 10'000;               // milliseconds
+  constexpr std::uintmax_t kShortestDatabase = 512;  // bytes: one page
   const std::string path = database_path();
-  if (path.empty()) return nullptr;
-  make_folders(path);
-  if (is_too_short(path)) return nullptr;
+  std::error_code failure;
+  std::filesystem::create_directories(std::filesystem::path(path).parent_path(), failure);
+  // SQLite takes a file of one byte for an empty one.
+  const std::uintmax_t size = std::filesystem::file_size(path, failure);
+  if (path.empty() || (!failure && size > 0 && size < kShortestDatabase)) return nullptr;
   sqlite3* opened = nullptr;
   const int result = sqlite3_open(path.c_str(), &opened);
   Connection database(opened);

@@ -51,11 +51,8 @@ inline constexpr DWORD SERVICE_CONFIG_DESCRIPTION = 1;
 inline constexpr DWORD SERVICE_CONTROL_STOP = 1;
 
 inline constexpr DWORD SERVICE_STOPPED = 1;
-inline constexpr DWORD SERVICE_START_PENDING = 2;
 inline constexpr DWORD SERVICE_STOP_PENDING = 3;
 inline constexpr DWORD SERVICE_RUNNING = 4;
-inline constexpr DWORD SERVICE_CONTINUE_PENDING = 5;
-inline constexpr DWORD SERVICE_PAUSE_PENDING = 6;
 inline constexpr DWORD SERVICE_PAUSED = 7;
 
 /// machine, database: null. Makes the database where there is none. Fails when the user can't write
