@@ -46,9 +46,10 @@ std::optional<ByteString> to_narrow(UINT code_page, const std::wstring& wide) {
   return text;
 }
 
-void log_not_convertible(TextView path, UINT code_page) {
+std::nullopt_t log_not_convertible(TextView path, UINT code_page) {
   log_info("The path '%.*s' is not valid text in the code page for file names (%u)!\n",
            static_cast<int>(path.size()), path.data(), code_page);
+  return std::nullopt;
 }
 
 }  // namespace
@@ -56,26 +57,17 @@ void log_not_convertible(TextView path, UINT code_page) {
 std::optional<ProgramDirectory> program_directory(TextView program_path) {
   const UINT code_page = file_name_code_page();
   const std::optional<std::wstring> path = to_wide(code_page, program_path);
-  if (!path) {
-    log_not_convertible(program_path, code_page);
-    return std::nullopt;
-  }
+  if (!path) return log_not_convertible(program_path, code_page);
   return ProgramDirectory{code_page, program_path, std::wstring(parent_directory(*path))};
 }
 
 std::optional<ByteString> resolve_binary_path(const ProgramDirectory& directory,
                                               TextView binary_path) {
   const std::optional<std::wstring> path = to_wide(directory.code_page, binary_path);
-  if (!path) {
-    log_not_convertible(binary_path, directory.code_page);
-    return std::nullopt;
-  }
+  if (!path) return log_not_convertible(binary_path, directory.code_page);
   if (is_absolute_path(*path)) return ByteString(binary_path);
   std::optional<ByteString> resolved = to_narrow(directory.code_page, directory.path);
-  if (!resolved) {
-    log_not_convertible(directory.program_path, directory.code_page);
-    return std::nullopt;
-  }
+  if (!resolved) return log_not_convertible(directory.program_path, directory.code_page);
   append(*resolved, "\\");
   append(*resolved, binary_path);
   return resolved;

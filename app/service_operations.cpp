@@ -113,8 +113,8 @@ bool install_service(const ByteString& name, const ByteString& binary_path,
 }
 
 bool stop_service(const ByteString& name) {
-  ServiceHandle manager(nullptr);
-  ServiceHandle service(nullptr);
+  ServiceHandle manager;
+  ServiceHandle service;
   if (!open_service(name, manager, service)) return false;
   SERVICE_STATUS_PROCESS status{};
   if (!query_status(service, status)) return fail_query(name, manager, service);
@@ -148,8 +148,8 @@ bool wait_service_settled(const ByteString& name, ServiceHandle& manager, Servic
 }
 
 bool delete_service(const ByteString& name) {
-  ServiceHandle manager(nullptr);
-  ServiceHandle service(nullptr);
+  ServiceHandle manager;
+  ServiceHandle service;
   if (!open_service(name, manager, service)) return false;
   SERVICE_STATUS_PROCESS status{};
   if (!wait_service_settled(name, manager, service, status)) return false;
