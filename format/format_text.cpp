@@ -103,10 +103,8 @@ bool convert(OutputBuffer& output, const DirectiveState& directive, Arguments& a
     case 'x':
     case 'X':
     case 'b':
-      if (length == LengthModifier::L) return false;
-      convert_integer(output, directive, arguments);
-      return true;
     case 'p':
+      if (length == LengthModifier::L && directive.letter != 'p') return false;
       convert_integer(output, directive, arguments);
       return true;
     case 'f':

@@ -24,16 +24,9 @@ struct Fraction {
   std::uint32_t zeros;
 };
 
+// 64 bits: ll, j, z and t.
 bool is_wide(LengthModifier length) {
-  switch (length) {
-    case LengthModifier::ll:
-    case LengthModifier::j:
-    case LengthModifier::z:
-    case LengthModifier::t:
-      return true;
-    default:
-      return false;
-  }
+  return length >= LengthModifier::ll && length <= LengthModifier::t;
 }
 
 std::uint64_t take_unsigned(Arguments& arguments, LengthModifier length) {
