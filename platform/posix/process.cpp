@@ -7,17 +7,13 @@
 
 namespace {
 
-void open_if_closed(int descriptor) {
-  if (fcntl(descriptor, F_GETFD) == -1) open("/dev/null", O_RDWR);
-}
-
 // Windows knows no signal for a write that nobody reads: it fails, and the process goes on. Nor
 // does it hand out a standard handle again that was closed at the start: a socket or file that got
 // the number of standard output would receive what is written there.
 void make_as_on_windows() {
   std::signal(SIGPIPE, SIG_IGN);
   for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor)
-    open_if_closed(descriptor);
+    if (fcntl(descriptor, F_GETFD) == -1) open("/dev/null", O_RDWR);
 }
 
 // The loader calls the functions of this section before any library's constructors, which may log.

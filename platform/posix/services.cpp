@@ -120,8 +120,7 @@ std::string database_path() {
   return home.empty() ? "" : home + "/.local/state/svcinst/services.db";
 }
 
-// True when the user can add files, such as SQLite's journal, to the folder that the database lies
-// in once all links are followed.
+// SQLite's journal goes to the folder that the database lies in once all links are followed.
 bool has_writable_folder(sqlite3* database) {
   const std::string file = sqlite3_db_filename(database, "main");
   return access(file.substr(0, file.rfind('/') + 1).c_str(), W_OK | X_OK) == 0;
@@ -148,8 +147,7 @@ Connection open_database() {
   sqlite3* opened = nullptr;
   const int result = sqlite3_open(path.c_str(), &opened);
   Connection database(opened);
-  // EXTRA: with FULL, a loss of power can bring a deleted journal back, which undoes the last
-  // change.
+  // EXTRA: with FULL a loss of power can bring back the journal, which undoes the last change.
   if (result != SQLITE_OK || sqlite3_busy_timeout(opened, kLockTimeout) != SQLITE_OK ||
       !run(opened, "PRAGMA synchronous=EXTRA") || sqlite3_db_readonly(opened, "main") != 0 ||
       !has_writable_folder(opened) || !prepare_table(opened))

@@ -3,6 +3,7 @@
 // whose libraries take as long to load as everything else in a start.
 #include <x86intrin.h>
 
+#include <bit>
 #include <cstdint>
 #include <string_view>
 
@@ -51,15 +52,14 @@ std::uint64_t stirred(std::uint64_t value) {
                                                   PVOID /*reserved*/) {
   if (reason != DLL_PROCESS_ATTACH) return;
   FILETIME time;
-  LARGE_INTEGER counter;
   GetSystemTimeAsFileTime(&time);
+  LARGE_INTEGER counter;
   QueryPerformanceCounter(&counter);
   std::uint64_t guard = 0;
-  for (const std::uint64_t part :
-       {std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime,
-        static_cast<std::uint64_t>(counter.QuadPart), std::uint64_t{GetCurrentProcessId()},
-        std::uint64_t{GetCurrentThreadId()}, std::uint64_t{GetTickCount()},
-        reinterpret_cast<std::uint64_t>(&time), std::uint64_t{__rdtsc()}})
+  for (const std::uint64_t part : std::initializer_list<std::uint64_t>{
+           std::bit_cast<std::uint64_t>(time), static_cast<std::uint64_t>(counter.QuadPart),
+           GetCurrentProcessId(), GetCurrentThreadId(), GetTickCount(),
+           reinterpret_cast<std::uint64_t>(&time), __rdtsc()})
     guard = stirred(guard ^ part);
   __stack_chk_guard = guard << 8;
 }
