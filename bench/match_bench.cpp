@@ -1,11 +1,6 @@
-// Reading the command line's grammar, and matching command lines against it.
-#include <benchmark/benchmark.h>
-
-#include <cstdio>
-#include <iterator>
-
-#include "bench/contest.h"
+// Matching command lines against the command line's grammar.
 #include "bench/match_tree.h"
+#include "bench/measure.h"
 #include "cmdline/command_line_grammar.h"
 #include "grammar/grammar.h"
 #include "grammar/matcher.h"
@@ -74,17 +69,6 @@ std::string our_tree(const std::string& line) {
   return tree;
 }
 
-bool equal() {
-  for (const std::string* line : {&typical_line, &long_line, &short_line, &long_value}) {
-    const std::string ours = our_tree(*line);
-    if (ours != peer_tree(*line) || ours.size() < line->size()) {
-      std::fprintf(stderr, "the trees of this line differ: %s\n", line->c_str());
-      return false;
-    }
-  }
-  return typical_line.size() == 120;
-}
-
 template <const std::string& line>
 void match_ours() {
   const MatchNodePtr root = our_match(line);
@@ -92,28 +76,29 @@ void match_ours() {
 }
 
 template <const std::string& line>
-void match_peer() {
-  peer_match(line);
+void ours(benchmark::State& state) {
+  measure(state, our_tree(line) == peer_tree(line), match_ours<line>);
+}
+
+template <const std::string& line>
+void pegtl(benchmark::State& state) {
+  measure(state, true, [] { peer_match(line); });
 }
 
 // As many bytes as the long line has.
-void match_short_lines() {
-  for (std::size_t bytes = 0; bytes < kLongLine; bytes += kShortLine) match_ours<short_line>();
+void short_lines(benchmark::State& state) {
+  measure(state, our_tree(short_line) == peer_tree(short_line), [] {
+    for (std::size_t bytes = 0; bytes < kLongLine; bytes += kShortLine) match_ours<short_line>();
+  });
 }
 
-void read_grammar_text() {
-  const Grammar read;
-  benchmark::DoNotOptimize(read.start_rule);
-}
-
-constexpr Contestant kContestants[] = {{"match-typical/ours", nullptr, match_ours<typical_line>},
-                                       {"match-typical/pegtl", nullptr, match_peer<typical_line>},
-                                       {"match-long/ours", nullptr, match_ours<long_line>},
-                                       {"match-long/pegtl", nullptr, match_peer<long_line>},
-                                       {"match-value/ours", nullptr, match_ours<long_value>},
-                                       {"match-value/pegtl", nullptr, match_peer<long_value>},
-                                       {"match-scale/short", nullptr, match_short_lines},
-                                       {"read-grammar/ours", nullptr, read_grammar_text}};
+BENCHMARK(ours<typical_line>)->Name("match-typical/ours");
+BENCHMARK(pegtl<typical_line>)->Name("match-typical/pegtl");
+BENCHMARK(ours<long_line>)->Name("match-long/ours");
+BENCHMARK(pegtl<long_line>)->Name("match-long/pegtl");
+BENCHMARK(ours<long_value>)->Name("match-value/ours");
+BENCHMARK(pegtl<long_value>)->Name("match-value/pegtl");
+BENCHMARK(short_lines)->Name("match-scale/short");
 
 }  // namespace
 
@@ -124,8 +109,3 @@ void describe_node(std::string& tree, int depth, std::string_view kind, std::siz
 }
 
 }  // namespace svcinst::bench
-
-int main(int argc, char** argv) {
-  using namespace svcinst::bench;
-  return run_contest(argc, argv, kContestants, Clock::cpu, equal);
-}
