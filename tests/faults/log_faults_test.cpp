@@ -10,7 +10,6 @@
 #include <thread>
 
 #include "tests/log/log_fixture.h"
-#include "tests/support/peer.h"
 
 namespace svcinst {
 namespace {
@@ -51,15 +50,46 @@ TEST_F(LogTest, ASinkThatFailsLosesItsRecordsToNoOther) {
   EXPECT_EQ(console.bytes(), "");
 }
 
+int option_of(std::int32_t socket, int name) {
+  int value = -1;
+  socklen_t size = sizeof value;
+  getsockopt(socket, SOL_SOCKET, name, &value, &size);
+  return value;
+}
+
+TEST_F(LogTest, SetsItsSocketsOptionsOrReportsThem) {
+  const Peer tcp(SOCK_STREAM);
+  set_log2tcp("127.0.0.1", tcp.port);
+  set_log2udp("127.0.0.1", tcp.port);
+  EXPECT_EQ(option_of(log_settings.tcp_socket, SO_KEEPALIVE), 1);
+  EXPECT_EQ(option_of(log_settings.tcp_socket, SO_REUSEADDR), 0);
+  for (const int buffer : {SO_RCVBUF, SO_SNDBUF})
+    EXPECT_GT(option_of(log_settings.udp_socket, buffer), 400'000) << "the system doubles 212,992";
+
+  log_settings = defaults;
+  std::string reports;
+  for (const char* word : {"reuseaddr", "rcvbuf", "sndbuf", "keepalive",  // of TCP, of UDP
+                           "reuseaddr", "broacast", "rcvbuf", "sndbuf"})
+    reports += "setsockopt " + std::string(word) + " with error info Bad file descriptor!\n";
+  const CapturedStdout console;
+  rlimit descriptors;
+  getrlimit(RLIMIT_NOFILE, &descriptors);
+  const rlimit none{0, descriptors.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &none);
+  for (const auto set_peer : {set_log2tcp, set_log2udp}) set_peer("127.0.0.1", tcp.port);
+  setrlimit(RLIMIT_NOFILE, &descriptors);
+  EXPECT_EQ(console.bytes(), reports);
+}
+
 TEST_F(LogTest, AttemptsToConnectEndWithinASecondAndMayBeRepeated) {
   const Peer udp(SOCK_DGRAM);
   const Peer busy(SOCK_STREAM);
-  const SOCKET next = OwnedSocket(dup(0)).handle;
+  const SOCKET next = TestSocket(dup(0)).handle;
   set_log2tcp("127.0.0.1", udp.port);  // where nobody listens
   set_log2udp("255.255.255.255", 9);
   EXPECT_EQ(log_settings.tcp_socket + log_settings.udp_socket, -2);
   set_log2tcp("127.0.0.1", busy.port);
-  const OwnedSocket first(std::exchange(log_settings.tcp_socket, kNoSocket));
+  const TestSocket first(std::exchange(log_settings.tcp_socket, kNoSocket));
   EXPECT_EQ(first.handle, next) << "what failed is closed";
   EXPECT_EQ(fcntl(first.handle, F_GETFL) & O_NONBLOCK, 0) << "sends wait";
   const auto start = std::chrono::steady_clock::now();
@@ -67,7 +97,7 @@ TEST_F(LogTest, AttemptsToConnectEndWithinASecondAndMayBeRepeated) {
   const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
   EXPECT_TRUE(seconds.count() > 0.9 && seconds.count() < 1.9) << seconds.count();
   EXPECT_EQ(log_settings.tcp_socket, kNoSocket);
-  const OwnedSocket accepted(busy.accept_one());
+  const TestSocket accepted(busy.accept_one());
   set_log2tcp("127.0.0.1", busy.port);
   EXPECT_NE(log_settings.tcp_socket, kNoSocket);
 }

@@ -1,45 +1,28 @@
 // Memory runs out at every single request of a run. This program has its own operator new, which
-// fails at the n-th request; SQLite's memory is not its.
-#include <gtest/gtest.h>
-
+// fails at the n-th request; what is left behind, open handles too, the leak check finds at the
+// end. SQLite's memory is not its.
 #include <cstdlib>
 #include <new>
 
 #include "app/program.h"
 #include "log/log.h"
 #include "tests/support/capture.h"
-#include "tests/support/scripted_clock.h"
 
-namespace {
+// What operator new below gets by malloc, the sanitizer's operator delete frees.
+// NOLINTNEXTLINE(bugprone-reserved-identifier, readability-identifier-naming)
+extern "C" const char* __asan_default_options() {
+  return "alloc_dealloc_mismatch=0";
+}
 
-int requests_until_failure = 0;  // 0: none fails
-int live_blocks = 0;
+static int requests_until_failure = 0;  // 0: none fails
 
-}  // namespace
-
-// NOLINTBEGIN(misc-new-delete-overloads)
 void* operator new(std::size_t size) {
   if (requests_until_failure > 0 && --requests_until_failure == 0) throw std::bad_alloc();
-  ++live_blocks;
   return std::malloc(size);
 }
 void* operator new[](std::size_t size) {
   return operator new(size);
 }
-void operator delete(void* block) noexcept {
-  live_blocks -= block != nullptr ? 1 : 0;
-  std::free(block);
-}
-void operator delete[](void* block) noexcept {
-  operator delete(block);
-}
-void operator delete(void* block, std::size_t /*size*/) noexcept {
-  operator delete(block);
-}
-void operator delete[](void* block, std::size_t /*size*/) noexcept {
-  operator delete(block);
-}
-// NOLINTEND(misc-new-delete-overloads)
 
 namespace svcinst {
 namespace {
@@ -64,7 +47,6 @@ TEST(OutOfMemory, LeavesNothingBehindAtAnyRequest) {
   int requests = 0;
   for (; runs_out; ++requests) {
     std::filesystem::remove(directory.path("services.db"));
-    const int blocks = live_blocks;
     requests_until_failure = requests + 1;
     runs_out = false;
     try {
@@ -73,8 +55,6 @@ TEST(OutOfMemory, LeavesNothingBehindAtAnyRequest) {
       runs_out = true;
     }
     requests_until_failure = 0;
-    std::vector<std::string>().swap(call_log);
-    ASSERT_EQ(live_blocks, blocks) << requests;
   }
   EXPECT_GT(requests, 400);
 }

@@ -14,24 +14,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::istringstream lines(std::string(reinterpret_cast<const char*>(data), size));
   std::string line;
   std::getline(lines, line);
-  ScriptedServices script;
+  scripted_clock = {};
+  scripted_services = {};
   for (const char answer : line) {
     const auto byte = static_cast<unsigned char>(answer);
-    script.failing_call = byte % 16;
-    script.statuses.push_back({byte & 7U, byte >> 3 & 3U, (byte >> 5) * 1000U});
+    scripted_services.failing_call = byte % 16;
+    scripted_services.statuses.push_back({byte & 7U, byte >> 3 & 3U, (byte >> 5) * 1000U});
   }
-  play(script);
   std::vector<std::string> arguments = {"svcinst"};
   while (std::getline(lines, line)) arguments.push_back(line);
   std::vector<const char*> argv;
   for (const std::string& argument : arguments) argv.push_back(argument.c_str());
   const int result = run_program(static_cast<int>(argv.size()), argv.data());
-
-  bool done = false;
-  for (const std::string& call : call_log) {
-    assert(call != "-a closed handle");
-    done |= call == "delete" || (call.starts_with("create(") && call.ends_with(")"));
-  }
-  assert(open_handles() == 0 && result == (done ? 0 : -1));
+  assert(result == (scripted_services.changed ? 0 : -1));
   return 0;
 }

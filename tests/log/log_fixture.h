@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "log/log.h"
 #include "log/log_settings.h"
+#include "platform/socket_api.h"
 #include "tests/support/capture.h"
 
 namespace svcinst {
@@ -13,12 +16,53 @@ namespace svcinst {
 inline const LogSettings defaults = log_settings;  // before main, in a static initialiser
 inline const std::string info_tag = "\033[36;40minfo\033[0m] ";
 
+/// A socket that gives up waiting. Windows takes the first number of the time-out alone, in
+/// milliseconds, and so has none.
+struct TestSocket {
+  explicit TestSocket(SOCKET owned) : handle(owned) {
+    const TIMEVAL limit{0, 999'999};
+    setsockopt(handle, SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<const char*>(&limit),
+               sizeof limit);
+  }
+  TestSocket(const TestSocket&) = delete;
+  TestSocket& operator=(const TestSocket&) = delete;
+  ~TestSocket() { closesocket(handle); }
+  /// Waits for a datagram, or for some bytes of a stream; empty at its end.
+  [[nodiscard]] std::string receive() const {
+    char bytes[1000];
+    const auto length = recv(handle, bytes, sizeof bytes, 0);
+    return {bytes, static_cast<std::size_t>(std::max<decltype(length)>(length, 0))};
+  }
+
+  SOCKET handle;
+};
+
+/// Has a port of this machine. A stream socket takes one connection that is not accepted yet.
+struct Peer : TestSocket {
+  explicit Peer(int type) : TestSocket(socket(AF_INET, type, 0)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = inet_addr("127.0.0.1");
+    auto* const name = reinterpret_cast<sockaddr*>(&address);
+    socklen_t length = sizeof address;
+    static_cast<void>(bind(handle, name, length));
+    getsockname(handle, name, &length);
+    port = ntohs(address.sin_port);
+    listen(handle, 0);  // without effect on a datagram socket
+  }
+  [[nodiscard]] SOCKET accept_one() const { return accept(handle, nullptr, nullptr); }
+
+  std::uint16_t port;
+};
+
 struct LogTest : ::testing::Test {
   LogTest() {
     log_settings = defaults;
     EXPECT_TRUE(log_settings.time);
     set_time(false);
     record_counter = 0;
+    WSADATA data;
+    WSAStartup(MAKEWORD(2, 2), &data);
   }
   ~LogTest() override { set_log2file("", 0); }  // closes the file
 

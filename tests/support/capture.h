@@ -2,6 +2,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -37,7 +38,8 @@ class TempDirectory {
   std::error_code ignored_;  // Windows keeps a program that still runs
 };
 
-/// While it lives, file descriptor 1 is a temporary file. One object at a time.
+/// While it lives, file descriptor 1 is a temporary file. One object at a time. When the test has
+/// failed, what the file holds is written out: the framework's report is in it, too.
 class CapturedStdout {
  public:
   CapturedStdout() {
@@ -52,6 +54,7 @@ class CapturedStdout {
     std::fflush(stdout);
     dup2(old_descriptor_, STDOUT_FILENO);
     close(old_descriptor_);
+    if (testing::Test::HasFailure()) std::fputs(file_bytes(path_).c_str(), stdout);
   }
   /// All bytes written to the descriptor so far. `stdout` is flushed first unless told otherwise.
   [[nodiscard]] std::string bytes(bool flush_first = true) const {

@@ -1,6 +1,7 @@
 // A Service Control Manager that plays a script, linked in the real one's place. It is strict: a
-// call on a handle that is not open, or with another fixed argument than the program is to pass,
-// fails. Every call is one line of call_log:
+// call on a handle of the wrong kind, or with another fixed argument than the program is to pass,
+// fails. A handle is a block of memory, so the sanitizers see one that is left open or used after
+// it was closed. Every call prints itself on standard output, a blank behind it:
 //   +manager   +svc   create("svc", "Display", "C:\x.exe", "Tcpip\0\0")   describe("text")
 //   query   stop   delete   -svc   -manager
 // "+" opens and "-" closes a handle. A call that fails has " fails" behind it.
@@ -25,12 +26,12 @@ struct ScriptedServices {
   std::vector<ScriptedStatus> statuses = {{}};
   /// Which call fails, counted from 1 over all functions but CloseServiceHandle; 0 means none.
   int failing_call = 0;
+
+  int calls = 0;            // made so far
+  std::size_t reports = 0;  // given so far
+  bool changed = false;     // a service was created or deleted
 };
 
-/// Begins `script` with an empty log, no open handle and the clock's defaults.
-void play(const ScriptedServices& script);
-
-/// How many handles are open.
-std::size_t open_handles();
+inline ScriptedServices scripted_services;
 
 }  // namespace svcinst
