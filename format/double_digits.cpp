@@ -53,7 +53,7 @@ TextView write_double(DoubleBuffer& buffer, double value) {
   const auto bits = std::bit_cast<std::uint64_t>(value);
   const auto field = static_cast<int>(bits >> kMantissaBits & 0x7FF);
   if (field >= 1023 + 63) {  // 2^63 and more, infinities, NaNs
-    std::size_t length =
+    auto length =
         static_cast<std::size_t>(std::snprintf(buffer.data(), buffer.size(), "%.0f", value));
     // Not the C library's point, which a library that was loaded may have changed.
     if (std::isfinite(value)) length += TextView(".000000").copy(buffer.data() + length, 7);
