@@ -4,11 +4,16 @@
  *
  * All callers share one configuration, which lives as long as the process and holds its defaults
  * when the first call arrives, even before main runs. Calls may come from any thread; each runs as
- * a whole, so a setter waits for a log call that is under way, and a signal handler or crash filter
- * that may interrupt one must call none.
+ * a whole, so a setter waits for a log call that is under way. No call is allowed
+ * - in a signal handler or crash filter that may interrupt one: it waits for ever;
+ * - in a child of fork() before it executes a program, while another thread logged: the same;
+ * - in DllMain at the process's end (DLL_PROCESS_DETACH), while another thread logged: the same
+ *   under wine; on Windows not tried.
+ * Signal handlers without SA_RESTART tear what goes to a pipe.
  *
  * A format follows this system's own rules, which are not printf's: see docs/format-strings.md.
- * Nothing is reported to callers. When memory runs out, std::bad_alloc leaves the function. */
+ * Nothing is reported to callers. When memory runs out, std::bad_alloc leaves the function. A
+ * length is counted modulo 2^32. */
 #ifndef SVCINST_LOG_LOG_H
 #define SVCINST_LOG_LOG_H
 
@@ -67,17 +72,19 @@ void set_thread(bool thread);
 void set_count(bool count);
 
 /** Chooses the console. 0: the process's own, its standard output fully buffered with 4096 bytes.
- * UINT64_MAX: none. Any other value: the console of the process with that id. */
+ * UINT64_MAX: none. Any other value: the console of the process with that id; on Linux texts then
+ * go to the caller's own standard output all the same. */
 void set_log2cmd(uint64_t std_handle);
 
 /** Closes the log file and opens another one, to append to it. A file that cannot be opened leaves
- * none, and texts go on to the console.
+ * none, and texts go on to the console: ("", 0) only closes.
  * name: copied; need not end with a NUL. length: bytes of it, 0 to 255; others change nothing. */
 void set_log2file(const char* name, int length);
 
 /** Connect to a TCP or UDP peer, which then receives each record by one send, with nothing added.
- * Without effect once a peer of that kind is connected; a failed attempt may be repeated.
- * TCP waits one second at most.
+ * Without effect once a peer of that kind is connected; a failed attempt may be repeated. A peer
+ * that has gone is never replaced, and its records are lost. TCP waits for the connection one
+ * second at most; a peer that doesn't read stops every call of every thread.
  * address: NUL-terminated dotted IPv4 text; port: in the byte order of this machine. */
 void set_log2tcp(const char* address, uint16_t port);
 void set_log2udp(const char* address, uint16_t port);

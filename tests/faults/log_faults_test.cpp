@@ -1,8 +1,11 @@
 // The logger when its sinks fail or change under it. Also run under the check for data races.
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
+#include <deque>
 #include <sstream>
 #include <thread>
 
@@ -67,6 +70,36 @@ TEST_F(LogTest, AttemptsToConnectEndWithinASecondAndMayBeRepeated) {
   const OwnedSocket accepted(busy.accept_one());
   set_log2tcp("127.0.0.1", busy.port);
   EXPECT_NE(log_settings.tcp_socket, kNoSocket);
+}
+
+TEST_F(LogTest, SignalsTearNoRecordOnItsWayToASlowPeer) {
+  constexpr int kSize = 10'000'000;  // bytes, more than the system's buffers hold
+  struct sigaction handled {};
+  handled.sa_handler = [](int) {};
+  sigaction(SIGUSR1, &handled, nullptr);
+  const Peer peer(SOCK_STREAM);
+  set_log2tcp("127.0.0.1", peer.port);
+  const OwnedSocket connection(peer.accept_one());
+  std::uint64_t received = 0;
+  std::jthread reader([&, writer = pthread_self()] {
+    for (std::string bytes; !(bytes = connection.receive()).empty(); received += bytes.size())
+      pthread_kill(writer, SIGUSR1);
+  });
+  set_max(kSize);
+  EXPECT_EQ(log_info("%s", std::string(kSize, 'x').c_str()), 19 + kSize);
+  shutdown(log_settings.tcp_socket, SHUT_WR);
+  reader.join();
+  EXPECT_EQ(received, 19U + kSize);
+}
+
+TEST_F(LogTest, SocketsMayHaveAnyNumber) {
+  const rlimit most{4096, 4096};
+  setrlimit(RLIMIT_NOFILE, &most);
+  std::deque<OwnedSocket> others;
+  while (others.size() < 1024) others.emplace_back(dup(STDIN_FILENO));
+  const Peer peer(SOCK_STREAM);
+  set_log2tcp("127.0.0.1", peer.port);
+  EXPECT_GT(log_settings.tcp_socket, 1023);
 }
 
 }  // namespace
