@@ -48,12 +48,12 @@ TEST(InstallScript, DoesWhatItIsToldOrSaysWhyNot) {
     const files::path folder = directory.path("") / name;
     if (files::create_directory(folder)) {
       files::copy(program, folder / "svcinst.exe");
-      files::copy("examples/install.bat", folder);
+      files::copy("examples/install.bat", folder / "install.bat");
       if (name != "no_program") files::copy(service_program, folder / "hello.exe");
       if (name == "no_administrator") files::copy(program, folder / "fltmc.exe");  // fails, too
     }
     files::current_path(folder);
-    const Result result = run_line("install.bat " + argument);
+    const Result result = run_line("\"install.bat\" " + argument);
     files::current_path(start);
     EXPECT_EQ(result.exit_code, exit_code) << name << argument;
     EXPECT_NE(result.output.find(said), std::string::npos) << name << argument << result.output;
