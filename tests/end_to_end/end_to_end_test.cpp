@@ -2,6 +2,7 @@
 // real Service Control Manager.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <future>
 #include <sstream>
 #include <vector>
@@ -29,8 +30,8 @@ class EndToEnd : public testing::Test {
  protected:
   EndToEnd() {
     std::filesystem::create_directory(folder);
-    std::filesystem::copy(SVCINST_PROGRAM, folder + "/svcinst.exe");
-    std::filesystem::copy(SVCINST_SERVICE, folder + "/service.exe");
+    std::filesystem::copy(program, folder + "/svcinst.exe");
+    std::filesystem::copy(service_program, folder + "/svcinst-service.exe");
   }
 
   void expect(const std::string& options, const std::string& messages, int exit_code) const {
@@ -39,9 +40,9 @@ class EndToEnd : public testing::Test {
     EXPECT_EQ(result.exit_code, exit_code) << options;
   }
 
-  // The path without the folder that all of these services are in.
+  // Of the service "svcinst-NAME", its path without the folder that all of them are in.
   [[nodiscard]] std::string registered(const std::string& name) const {
-    std::string text = registration(name);
+    std::string text = registration("svcinst-" + name);
     return text.starts_with(folder) ? text.substr(folder.size()) : text;
   }
 
@@ -55,51 +56,67 @@ TEST_F(EndToEnd, ServicesComeAndGo) {
     std::string service, options, registered;
   } installs[] = {
       {"stopped",
-       R"(--install --name stopped --disname "A B" --binpath "C:\a b\x.exe" --dep RpcSs)",
+       R"(--install --name svcinst-stopped --disname "A B" --binpath "C:\a b\x.exe" --dep RpcSs)",
        R"(C:\a b\x.exe|A B||RpcSs)"},
-      {"running", R"(-i -nrunning -bservice.exe -dR --desc "d e")", R"(\service.exe|R|d e|)"},
-      {"short", "-u --i --name x -n short -b=x.exe --disname=S -t", R"(\x.exe|S||)"},
-      {"hung", R"(-i -n hung -b service.exe -d H --desc "" --type x)", R"(\service.exe|H||)"},
-      {"long", "-i -n long -b x -d L --desc " + text + "cut", R"(\x|L|)" + text + "|"},
-      {"d\xe9mon", "-i -n d\xe9mon -b C:x.exe -d \xe9 --desc *", "\\C:x.exe|\xe9|*|"}};
+      {"running", R"(-i -nsvcinst-running -bsvcinst-service.exe -dR --desc "d e")",
+       R"(\svcinst-service.exe|R|d e|)"},
+      {"short", "-u --i --name x -n svcinst-short -b=x.exe --disname=S -t", R"(\x.exe|S||)"},
+      {"hung", R"(-i -n svcinst-hung -b svcinst-service.exe -d H --desc "" --type x)",
+       R"(\svcinst-service.exe|H||)"},
+      {"long", "-i -n svcinst-long -b x -d L --desc " + text + "cut", R"(\x|L|)" + text + "|"},
+      {"d\xe9mon", "-i -n svcinst-d\xe9mon -b C:x.exe -d \xe9 --desc *", "\\C:x.exe|\xe9|*|"}};
   for (const auto& [service, options, registered_as] : installs) {
     expect(options, "", 0);
     EXPECT_EQ(registered(service), registered_as + "|16 2 1 LocalSystem") << options;
   }
 
-  for (const char* service : {"running", "hung"}) start(service);
-  const std::string timeout = "Timeout waiting for the service 'hung' to stop!\n";
+  for (const char* service : {"svcinst-running", "svcinst-hung"}) start(service);
+  const std::string timeout = "Timeout waiting for the service 'svcinst-hung' to stop!\n";
+  const std::string missing = "Open the service 'svcinst-missing' failed!\n";
   const struct {
     std::string service, messages;
     int exit_code;
-  } uninstalls[] = {
-      {"missing", "Open the service 'missing' failed!\nOpen the service 'missing' failed!\n", -1},
-      {"stopped", "The service 'stopped' is stoped!\n", 0},
-      {"running", "The service 'running' stop successful!\n", 0},
-      {"hung", timeout + timeout, -1},
-      {"d\xe9mon", "The service 'd\xe9mon' is stoped!\n", 0}};
+  } uninstalls[] = {{"missing", missing + missing, -1},
+                    {"STOPPED", "The service 'svcinst-STOPPED' is stoped!\n", 0},
+                    {"running", "The service 'svcinst-running' stop successful!\n", 0},
+                    {"hung", timeout + timeout, -1},
+                    {"d\xe9mon", "The service 'svcinst-d\xe9mon' is stoped!\n", 0}};
+  const auto begin = std::chrono::steady_clock::now();
   std::vector<std::future<void>> side_by_side;  // the tool waits for seconds
   for (const auto& row : uninstalls) {
     side_by_side.push_back(std::async(std::launch::async, [this, &row] {
-      expect("--uninstall --name " + row.service, row.messages, row.exit_code);
+      expect("--uninstall --name svcinst-" + row.service, row.messages, row.exit_code);
       EXPECT_EQ(registered(row.service).empty(), row.service != "hung") << row.service;
     }));
   }
+  side_by_side.clear();
+  EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
 }
 
 TEST_F(EndToEnd, OtherLinesRegisterNothing) {
   const struct {
     std::string options, messages;
   } rows[] = {{"", "HELP"},
-              {"install -n new -b x -d D", "error at position: 1\nHELP"},
-              {R"(-i -n new -b x -d "DISPLAY name")", "Open the service 'new' failed!\n"},
+              {"install -n svcinst-new -b x -d D", "error at position: 1\nHELP"},
+              {R"(-i -n svcinst-new -b x -d "DISPLAY name")",
+               "Open the service 'svcinst-new' failed!\n"},
               {"-i -n a/b -b x -d D", "Open the service 'a/b' failed!\n"}};
-  expect(R"(-i -n taken -b x -d "Display name")", "", 0);
+  expect(R"(-i -n svcinst-taken -b x -d "Display name")", "", 0);
   for (const auto& row : rows) {
     expect(row.options, row.messages, -1);
     EXPECT_EQ(registered("new"), "") << row.options;
   }
   EXPECT_EQ(registered("taken"), R"(\x|Display name|||16 2 1 LocalSystem)");
+}
+
+TEST(Plugin, SharesTheLoggerEvenBeforeTheProgramStartsUp) {
+  for (const std::string& plugin : plugins) {
+    const Result result = run_with(plugin);
+    EXPECT_EQ(told(result.output), "hello from the plug-in\nHELP") << plugin;
+    EXPECT_TRUE(result.output.starts_with("[20")) << result.output;
+    EXPECT_NE(result.output.find("|   1|"), std::string::npos) << result.output;
+    EXPECT_EQ(result.exit_code, -1) << plugin;
+  }
 }
 
 }  // namespace

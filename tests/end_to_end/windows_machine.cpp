@@ -7,11 +7,19 @@
 
 namespace svcinst {
 
+const std::string program = "svcinst.exe";
+const std::string service_program = "end_to_end_service.exe";
+const std::vector<std::string> plugins = {"example_plugin", "early_plugin"};
+
 Result run_line(const std::string& line) {
   std::FILE* const shell = _popen(('"' + line + '"').c_str(), "rb");
   std::string output;
   for (int c = std::fgetc(shell); c != EOF; c = std::fgetc(shell)) output += static_cast<char>(c);
   return {_pclose(shell), output};
+}
+
+Result run_with(const std::string& plugin) {
+  return run_line("end_to_end_preload.exe lib" + plugin + ".dll " + program);
 }
 
 std::string registration(const std::string& name) {

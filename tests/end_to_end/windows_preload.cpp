@@ -1,4 +1,5 @@
-// windows_preload DLL COMMAND: runs the command, the DLL being loaded before its program starts up.
+// windows_preload DLL COMMAND: runs the command, the DLL being loaded and its threads running before
+// its program starts up. Ends with the command's exit code.
 #include <windows.h>
 
 #include <cstring>
@@ -14,7 +15,10 @@ int main(int argc, char** argv) {
   const auto load = reinterpret_cast<LPTHREAD_START_ROUTINE>(reinterpret_cast<void*>(LoadLibraryA));
   WaitForSingleObject(CreateRemoteThread(child.hProcess, nullptr, 0, load, path, 0, nullptr),
                       INFINITE);
+  Sleep(50);  // milliseconds; only now may the threads begin
   ResumeThread(child.hThread);
   WaitForSingleObject(child.hProcess, INFINITE);
-  return 0;
+  DWORD exit_code = 0;
+  GetExitCodeProcess(child.hProcess, &exit_code);
+  return static_cast<int>(exit_code);
 }

@@ -1,4 +1,4 @@
-// A Windows service. One called "hung" never gets done with a stop.
+// A Windows service. One called "svcinst-hung" never gets done with a stop.
 #include <windows.h>
 
 #include <string>
@@ -14,7 +14,7 @@ void report(DWORD state) {
 }
 
 void WINAPI handle_stop(DWORD /*control*/) {
-  report(name == "hung" ? SERVICE_STOP_PENDING : SERVICE_STOPPED);
+  report(name == "svcinst-hung" ? SERVICE_STOP_PENDING : SERVICE_STOPPED);
 }
 
 void WINAPI run(DWORD /*count*/, LPSTR* arguments) {
