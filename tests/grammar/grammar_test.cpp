@@ -1,7 +1,6 @@
 // What docs/grammar-notation.md does not show: bytes, limits, and reports.
 #include <gtest/gtest.h>
 
-#include "grammar/find_text.h"
 #include "grammar/matcher.h"
 #include "grammar/reader.h"
 #include "tests/grammar/tree_text.h"
@@ -22,14 +21,6 @@ TEST(Read, ARuleNestedTooDeepIsTheOnlyOneThatCantBeRead) {
   }
   EXPECT_EQ(error.depth, 0U);
   EXPECT_EQ(error.code, ReadCode::blank_ends) << "behind the rules, where it looks last";
-}
-
-TEST(FindText, FindsLongTextsToo) {
-  const std::string wanted = std::string(300, 'x') + "y";
-  const std::string text = "yxx" + wanted + wanted;
-  EXPECT_EQ(find_text(text.data(), 0, text.size() - 1, wanted.data(), wanted.size()), 3U);
-  EXPECT_EQ(find_text(text.data(), 4, text.size() - 1, wanted.data(), wanted.size()), 304U);
-  EXPECT_EQ(find_text(text.data(), 4, text.size() - 2, wanted.data(), wanted.size()), std::nullopt);
 }
 
 MatchNodePtr match_whole(const Grammar& grammar, TextView input) {

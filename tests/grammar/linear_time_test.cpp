@@ -50,17 +50,11 @@ TEST(Steps, GrowWithTheLengthAndNoFaster) {
     std::uint64_t (*count)(TextView text);
     const char *start, *piece;
   } rows[] = {{steps_to_read, "", "ab = 'x' | \"y\", [ab], {'0'~'9'}; "},
-              {steps_to_read, "a = 'x'", " | 'b', `-a`"},
-              {steps_to_read, "a = 'x';", "(* c *)"},
               {steps_to_read, "a = 'x';", "(* "},
-              {steps_to_read, "a = 'x", " | 'y"},
-              {steps_to_read, "a = ", "("},
               {steps_to_read, "a = ", "2{"},
               {steps_to_look_up, "", " --name=svc -n \"a b\" --desc 'x'"},
               {steps_to_look_up, " --desc \"", "x "},
-              {steps_to_look_up, "", "-"},
               {steps_to_look_up, "", " -n \"a"},
-              {steps_to_look_up, "", " -n '\" -d \"'"},
               {steps_to_look_up, "", " -n    "}};
   for (const auto& row : rows) {
     std::uint64_t counts[2];

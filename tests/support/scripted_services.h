@@ -29,7 +29,6 @@ struct ScriptedServices {
 
   int calls = 0;            // made so far
   std::size_t reports = 0;  // given so far
-  bool changed = false;     // a service was created or deleted
 };
 
 inline ScriptedServices scripted_services;
