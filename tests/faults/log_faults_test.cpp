@@ -109,7 +109,7 @@ TEST_F(LogTest, SignalsTearNoRecordOnItsWayToASlowPeer) {
   sigaction(SIGUSR1, &handled, nullptr);
   const Peer peer(SOCK_STREAM);
   set_log2tcp("127.0.0.1", peer.port);
-  const OwnedSocket connection(peer.accept_one());
+  const TestSocket connection(peer.accept_one());
   std::uint64_t received = 0;
   std::jthread reader([&, writer = pthread_self()] {
     for (std::string bytes; !(bytes = connection.receive()).empty(); received += bytes.size())
@@ -125,7 +125,7 @@ TEST_F(LogTest, SignalsTearNoRecordOnItsWayToASlowPeer) {
 TEST_F(LogTest, SocketsMayHaveAnyNumber) {
   const rlimit most{4096, 4096};
   setrlimit(RLIMIT_NOFILE, &most);
-  std::deque<OwnedSocket> others;
+  std::deque<TestSocket> others;
   while (others.size() < 1024) others.emplace_back(dup(STDIN_FILENO));
   const Peer peer(SOCK_STREAM);
   set_log2tcp("127.0.0.1", peer.port);
