@@ -11,7 +11,6 @@
 #include "app/arguments.h"
 #include "app/program_paths.h"
 #include "cmdline/option_lookup.h"
-#include "cmdline/usage.h"
 #include "format/format_text.h"
 #include "grammar/matcher.h"
 #include "grammar/reader.h"
@@ -23,11 +22,6 @@
 
 namespace svcinst {
 namespace {
-
-std::string page_text(const std::string& page) {
-  const char* const folder = std::getenv("SVCINST_DOCS");
-  return file_bytes((folder != nullptr ? folder : "docs") + ("/" + page));
-}
 
 // What the first group of `pattern` is at each of its matches.
 std::vector<std::string> find_all(const std::string& text, const std::regex& pattern) {
@@ -51,7 +45,8 @@ using Outcome = std::string(const std::string& first, const std::string& second)
 
 void check_examples(const std::string& page, const std::string& kind, int least, Outcome outcome) {
   static const std::regex cell(R"(\| *((?:\\.|[^|\\])*?) *(?=\|))");
-  std::istringstream lines(page_text(page));
+  const char* const folder = std::getenv("SVCINST_DOCS");
+  std::istringstream lines(file_bytes((folder != nullptr ? folder : "docs") + ("/" + page)));
   bool inside = false;
   int count = 0;
   for (std::string line; std::getline(lines, line);) {
@@ -167,16 +162,6 @@ TEST(Docs, ExamplesAreTrue) {
   check_examples("grammar-notation.md", "result", 15, result_tree);
   check_examples("command-line.md", "command line", 30, looked_up);
   check_examples("command-line.md", "path", 15, registered);
-}
-
-TEST(Docs, ReadmeShowsTheHelp) {
-  const CapturedStdout captured;
-  print_usage();
-  // The README shows the message behind a record's time, indented and without colours.
-  std::string help = captured.bytes();
-  help = std::regex_replace(help.substr(help.find("] ")), std::regex("\n(.)"), "\n    $1");
-  help.replace(help.size() - 1, 1, "    $ ");  // the next command, for the record's line feed
-  EXPECT_NE(page_text("../README.md").find(help), std::string::npos) << help;
 }
 
 }  // namespace

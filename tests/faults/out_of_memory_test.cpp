@@ -20,9 +20,6 @@ void* operator new(std::size_t size) {
   if (requests_until_failure > 0 && --requests_until_failure == 0) throw std::bad_alloc();
   return std::malloc(size);
 }
-void* operator new[](std::size_t size) {
-  return operator new(size);
-}
 
 namespace svcinst {
 namespace {

@@ -50,16 +50,13 @@ TEST(Match, TestsTerminalsByBytesOrCharacters) {
   } rows[] = {
       {"`ac`", "", kFails, 0},
       {"`\200\377bdfh`", "\377", 1, kNone},  // ascending as signed bytes
-      {"'a'~'z'", "", kFails, kNone},
-      {"'a'~'\200'", "\377", 1, kNone},  // above every byte
+      {"'a'~'\200'", "\377", 1, kNone},      // above every byte
       {"'\200'~'\377'", "\220", kFails, 0},
       {"0~0", "\300\200", 2, kNone},  // overlong
       {"2097151~2097151", "\367\277\277\277", 4, kNone},
-      {"0~4294967295", "\277", kFails, 0},
       {"0~4294967295", "\342\202\303", kFails, 0},
       {"0~4294967295", "\370\200\200\200\200", kFails, 0},
       {".", "\342\202", 1, kNone},
-      {".", "", kFails, kNone},
       {"!'x'", "", kFails, 0},
       {"!!'x'", "x", 1, 0},
       {"[s | s], {s}, 'x' | 'x'", "x", kFails, kNone},  // refers to itself first
@@ -77,16 +74,6 @@ TEST(Match, FailsWholeWhenItNestsTooDeep) {
   const Grammar grammar(TextView("s = 'x', s | !'x';"));
   EXPECT_NE(match_whole(grammar, std::string(1998, 'x') + "y"), nullptr);
   EXPECT_EQ(match_whole(grammar, std::string(1999, 'x') + "y"), nullptr);
-}
-
-// Nodes that no text is read into.
-TEST(Match, ReportsATypeThatHasNoHandler) {
-  const Grammar grammar(TextView("s = !'a';"));
-  GrammarNode& except = first_child(first_child(last_child(*grammar.start_rule)));
-  first_child(except).type = NodeType::terminal_string;
-  const CapturedStdout captured;
-  EXPECT_EQ(match_whole(grammar, "a")->length, 1U);
-  EXPECT_EQ(captured.bytes(), "unkown type with type = 8\n");
 }
 
 }  // namespace

@@ -14,8 +14,8 @@ set passed=0
 set failed=0
 
 set tests=%*
-if not defined tests set tests=*_test.exe
-for %%t in (%tests%) do call :run %%~nt
+if not defined tests set tests=*_test.exe *_test.bat
+for %%t in (%tests%) do call :run %%~t
 
 taskkill /f /im svcinst-service.exe >nul 2>&1
 for /f "tokens=5 delims=\" %%s in ('reg query HKLM\System\CurrentControlSet\Services ^| find "svcinst-"') do sc delete "%%s" >nul
@@ -28,8 +28,8 @@ if %failed% EQU 0 if %passed% GTR 0 exit /b 0
 exit /b 1
 
 :run
-%1.exe >%1.log 2>&1
-if not %ERRORLEVEL% EQU 0 goto failed
+call %1 >%1.log 2>&1
+if %ERRORLEVEL% NEQ 0 goto failed
 echo passed: %1
 set /a passed+=1
 del %1.log
@@ -39,4 +39,3 @@ exit /b
 type %1.log
 echo FAILED: %1
 set /a failed+=1
-exit /b

@@ -1,8 +1,10 @@
-// Loaded into the tool before that has started up. Says hello once two things have held that take one
-// C++ runtime for both: an exception leaves a log call, and so does a cancelled thread.
+// Loaded into the tool before that has started up. Says hello once three things have held: an
+// exception leaves a log call, and so does a cancelled thread, which takes one C++ runtime for
+// both; and no standard descriptor is handed out.
 #include <pthread.h>
 #include <svcinst/log.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <climits>
 #include <exception>
@@ -42,7 +44,8 @@ bool cancelled_threads_leave() {
 
 [[gnu::constructor]] void say_hello() {
   set_count(true);
-  if (exceptions_leave() && cancelled_threads_leave()) log_note("hello from the plug-in\n");
+  if (exceptions_leave() && cancelled_threads_leave() && dup(STDOUT_FILENO) > STDERR_FILENO)
+    log_note("hello from the plug-in\n");
 }
 
 }  // namespace

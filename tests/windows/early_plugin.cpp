@@ -1,5 +1,5 @@
-// Loaded into the tool before that has started up. At any moment of the start its threads are inside
-// log calls: one formats, the others wait for it.
+// Loaded into the tool before that has started up. At any moment of the start its threads are
+// inside log calls: one formats, the others wait for it.
 #include <svcinst/log.h>
 
 #include <thread>
