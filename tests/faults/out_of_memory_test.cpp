@@ -24,15 +24,12 @@ void* operator new(std::size_t size) {
 namespace svcinst {
 namespace {
 
-template <std::size_t kCount>
-int run(const char* const (&arguments)[kCount]) {
-  return run_program(static_cast<int>(kCount), arguments);
-}
-
 void run_everything() {
-  EXPECT_EQ(run({"C:\\svcinst.exe", "-i", "-n=a", "-b=x", "-d=x", "--dep=y", "--desc=z"}), 0);
-  EXPECT_EQ(run({"svcinst", "-u", "-n=a"}), 0);
-  EXPECT_EQ(run({"svcinst"}), -1);
+  const char* const install[] = {"svcinst", "-i", "-n=a", "-b=x", "-d=x", "--dep=y", "--desc=z"};
+  const char* const uninstall[] = {"svcinst", "-u", "-n=a"};
+  EXPECT_EQ(run_program(7, install), 0);
+  EXPECT_EQ(run_program(3, uninstall), 0);
+  EXPECT_EQ(run_program(1, uninstall), -1);
   EXPECT_GT(log_error("%s %5d %f", "text", 42, 1.5), 0);
 }
 

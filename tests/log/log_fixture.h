@@ -24,8 +24,6 @@ struct TestSocket {
     setsockopt(handle, SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<const char*>(&limit),
                sizeof limit);
   }
-  TestSocket(const TestSocket&) = delete;
-  TestSocket& operator=(const TestSocket&) = delete;
   ~TestSocket() { closesocket(handle); }
   /// Waits for a datagram, or for some bytes of a stream; empty at its end.
   [[nodiscard]] std::string receive() const {

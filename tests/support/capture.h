@@ -25,8 +25,6 @@ inline std::string file_bytes(const std::string& path) {
 class TempDirectory {
  public:
   TempDirectory() { std::filesystem::create_directory(directory_); }
-  TempDirectory(const TempDirectory&) = delete;
-  TempDirectory& operator=(const TempDirectory&) = delete;
   ~TempDirectory() { std::filesystem::remove_all(directory_, ignored_); }
   [[nodiscard]] std::string path(const std::string& name) const {
     return (directory_ / name).string();
@@ -48,8 +46,6 @@ class CapturedStdout {
     dup2(file, STDOUT_FILENO);
     close(file);
   }
-  CapturedStdout(const CapturedStdout&) = delete;
-  CapturedStdout& operator=(const CapturedStdout&) = delete;
   ~CapturedStdout() {
     std::fflush(stdout);
     dup2(old_descriptor_, STDOUT_FILENO);
