@@ -14,12 +14,10 @@ endif()
 if(WIN32)
   # Makes the compiler link the checks' library in; SvcinstWindows says what the linker is to do.
   add_link_options(-fstack-protector-strong)
-  # Of that library we replace the guard, in every executable. Code refers to it only once it has been
-  # optimised as a whole, which therefore must not see that nobody does.
+  # Of that library we replace the guard, in every executable.
   add_library(svcinst_stack_guard OBJECT platform/windows/stack_guard.cpp)
   target_include_directories(svcinst_stack_guard PRIVATE platform/windows/include)
   target_link_libraries(svcinst_stack_guard PUBLIC svcinst_options advapi32)
-  target_compile_options(svcinst_stack_guard PRIVATE -fno-lto)
   link_libraries($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:svcinst_stack_guard>)
 else()
   add_link_options(LINKER:-z,relro,-z,now,-z,noexecstack)

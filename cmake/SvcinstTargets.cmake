@@ -1,8 +1,3 @@
-# A release is optimised as a whole.
-if(CMAKE_BUILD_TYPE STREQUAL "Release" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)
-endif()
-
 # What every target of this project is compiled with.
 add_library(svcinst_options INTERFACE)
 target_include_directories(svcinst_options INTERFACE "${PROJECT_SOURCE_DIR}")

@@ -7,16 +7,15 @@ add_link_options(-static LINKER:--stack,8388608)
 add_link_options(LINKER:--no-insert-timestamp)
 add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
 
-# The objects of a release hold machine code too, so that tests can replace functions of the platform when
-# they are linked. The runtime library counts a text's bytes one by one, behind a call through a pointer:
-# formatting takes two thirds of the time when the compiler writes its own code for it.
+# The runtime library counts a text's bytes one by one, behind a call through a pointer: formatting takes
+# two thirds of the time when the compiler writes its own code for it.
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
   target_compile_options(svcinst_options INTERFACE
-    -ffat-lto-objects -ffunction-sections -fdata-sections -minline-all-stringops)
+    -ffunction-sections -fdata-sections -minline-all-stringops)
 endif()
 
-# svcinst_windows_program(TARGET): what only the shipped executable gets: its resources, the import
-# library for plug-ins, and the optimisation as a whole.
+# svcinst_windows_program(TARGET): what only the shipped executable gets: its resources and the
+# import library for plug-ins.
 function(svcinst_windows_program target)
   set(resources "${PROJECT_SOURCE_DIR}/platform/windows/resources")
   configure_file("${resources}/program.rc.in" "${CMAKE_CURRENT_BINARY_DIR}/program.rc" @ONLY)
