@@ -2,11 +2,28 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 
 #include "grammar/reader.h"
 
 namespace svcinst {
 namespace {
+
+// Orders rule names bytewise as signed chars; of two names the one that begins the other is less.
+struct NameLess {
+  bool operator()(TextView left, TextView right) const {
+    return std::lexicographical_compare(
+        left.begin(), left.end(), right.begin(), right.end(),
+        [](char a, char b) { return static_cast<signed char>(a) < static_cast<signed char>(b); });
+  }
+};
+
+struct NumberedRule {
+  std::uint16_t number;
+  GrammarNode* rule;
+};
+
+using NameMap = std::map<TextView, NumberedRule, NameLess>;
 
 // A name that is defined twice stands for its later definition.
 NameMap number_rules(const GrammarNode& root) {
@@ -32,6 +49,17 @@ void resolve(GrammarNode& identifier, const NameMap& names, RuleTable& table) {
   if (slot < table.count) table.slots[slot] = rule;
 }
 
+// Makes every identifier below `node` a reference to its rule, or reports that there is none.
+void resolve_identifiers(GrammarNode& node, const NameMap& names, RuleTable& table) {
+  for (const auto& child : node.children) {
+    if (child->type == NodeType::identifier) {
+      resolve(*child, names, table);
+    } else {
+      resolve_identifiers(*child, names, table);
+    }
+  }
+}
+
 }  // namespace
 
 Grammar::Grammar(TextView text) : rules(std::make_unique<RuleTable>()) {
@@ -43,26 +71,10 @@ Grammar::Grammar(TextView text) : rules(std::make_unique<RuleTable>()) {
   start_rule = &first_child(*root);
 }
 
-// In this order: the tree, the result, the table.
+// The tree, the result, the table. Nobody relies on it: none of them looks into another as it goes.
 Grammar::~Grammar() {
   root.reset();
   result.reset();
-}
-
-bool NameLess::operator()(TextView left, TextView right) const {
-  return std::lexicographical_compare(
-      left.begin(), left.end(), right.begin(), right.end(),
-      [](char a, char b) { return static_cast<signed char>(a) < static_cast<signed char>(b); });
-}
-
-void resolve_identifiers(GrammarNode& node, const NameMap& names, RuleTable& table) {
-  for (const auto& child : node.children) {
-    if (child->type == NodeType::identifier) {
-      resolve(*child, names, table);
-    } else {
-      resolve_identifiers(*child, names, table);
-    }
-  }
 }
 
 }  // namespace svcinst

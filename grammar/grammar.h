@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
 #include <memory>
 
 #include "common/text_view.h"
@@ -36,21 +35,5 @@ struct Grammar {
   explicit Grammar(TextView text);
   ~Grammar();
 };
-
-/// Orders rule names bytewise as signed chars; of two names the one that begins the other is less.
-struct NameLess {
-  bool operator()(TextView left, TextView right) const;
-};
-
-struct NumberedRule {
-  std::uint16_t number;
-  GrammarNode* rule;
-};
-
-using NameMap = std::map<TextView, NumberedRule, NameLess>;
-
-/// Makes every identifier below `node` that `names` knows a rule reference and fills its slot of
-/// `table`. Every other one is reported on standard output and stays an identifier.
-void resolve_identifiers(GrammarNode& node, const NameMap& names, RuleTable& table);
 
 }  // namespace svcinst

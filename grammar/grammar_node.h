@@ -35,7 +35,7 @@ GrammarNodePtr make_node(NodeType type, const char* begin, const char* end);
 GrammarNodePtr make_node(NodeType type, const char* begin, const char* end,
                          GrammarNodeList&& children);
 
-/// The first, second and last child. There must be one.
+/// The first, second and last child, which must be there: the second of at least two.
 inline GrammarNode& first_child(const GrammarNode& node) {
   return *node.children.head->value;
 }

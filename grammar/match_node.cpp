@@ -17,8 +17,8 @@ std::uint64_t capacity_for(std::uint64_t count) {
 
 }  // namespace
 
-// One block for the vector, its slots and, behind them, the children: most nodes are leaves, and a
-// block for each would take longer than the match.
+// One block, since a block for each child, mostly a leaf, would take longer than the match:
+//   NodeVector | pointers to the children, capacity - count nulls | child 0 .. child count - 1
 void adopt(MatchNode& node, std::vector<MatchNode>& stack, std::uint64_t count) {
   if (count == 0) return;
   const std::uint64_t capacity = capacity_for(count);

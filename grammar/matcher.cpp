@@ -151,13 +151,14 @@ const char* match_concatenation(Matcher& matcher, const GrammarNode& node, const
     }
     at = end;
   }
-  // The only result is the result of the sequence.
+  // The only result is the sequence's. It is anonymous only where the sequence holds an alternation
+  // itself, without brackets, which the reader never makes.
   if (pending.size() == mark + 1 && pending.back().type == kAnonymousType) matcher.unwrap();
   return at;
 }
 
-// An iteration that consumes nothing ends the loop. Before the end of the input it counts for as
-// many as are wanted, since each further one would match the same nothing.
+// An iteration that consumes nothing ends the loop. Before the end of the input it returns without
+// counting: each further one would match the same nothing, until there are as many as are wanted.
 const char* match_times(Matcher& matcher, const GrammarNode& body, std::uint64_t least,
                         std::uint64_t greatest, const char* position) {
   const std::uint64_t mark = matcher.pending.size();

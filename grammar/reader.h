@@ -1,9 +1,5 @@
-// Reads grammar text in the notation of docs/grammar-notation.md into a tree of GrammarNodes.
-//
-// Each function reads one construct at `position`. remaining: bytes from `position` to the end of
-// the text; a NUL must stand behind the text. It returns the finished node, which looks into the
-// text, or null when the construct is not there; nothing is then left behind but a note in `error`.
-// Nothing is printed. All throw std::bad_alloc.
+// Reads grammar text in the notation of docs/grammar-notation.md into a tree of GrammarNodes, which
+// looks into the text. Nothing is printed.
 #pragma once
 
 #include <cstdint>
@@ -43,32 +39,12 @@ enum class ReadCode : std::uint16_t {
 struct ReadError {
   ReadCode code = ReadCode::nothing_noted;
   const char* position = nullptr;
-  std::uint32_t depth = 0;  // levels of nesting that are being read; 0 between readings
+  std::uint32_t depth = 0;  // of nesting, while reading: here, since each function is handed this
 };
 
-/// Reads a whole grammar text of `length` bytes: a `syntax` node with the rules in text order. Text
-/// behind the last rule that could be read is ignored; null when there is no rule at all. What is
-/// nested deeper than kMaxNesting can't be read.
+/// Reads a whole grammar text of `length` bytes with a NUL behind it: a `syntax` node with the
+/// rules in text order. Text behind the last rule that could be read is ignored; null when there is
+/// none. What is nested deeper than kMaxNesting can't be read. Throws std::bad_alloc.
 GrammarNodePtr read_grammar(const char* text, std::uint64_t length, ReadError& error);
-
-GrammarNodePtr read_rule(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_identifier(const char* position, ReadError& error);
-GrammarNodePtr read_alternation(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_concatenation(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_term(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_group(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_option(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_repeat(const char* position, std::uint64_t remaining, ReadError& error);
-
-GrammarNodePtr read_terminal(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_range(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_quote_string(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_dquote_string(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_sort_string(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_integer(const char* position, std::uint64_t remaining, ReadError& error);
-
-/// Reads a run of whitespace and comments: an `unuse_string` node with one child for each.
-GrammarNodePtr read_blank(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_comment(const char* position, std::uint64_t remaining, ReadError& error);
 
 }  // namespace svcinst

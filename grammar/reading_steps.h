@@ -1,5 +1,5 @@
-// The steps that the reading functions are made of, and the place in the grammar text at which they
-// take them.
+// For the reader's own files: its functions, the steps that they are made of, and the place in the
+// grammar text at which they take them.
 #pragma once
 
 #include <cstring>
@@ -9,6 +9,31 @@
 #include "grammar/tokens.h"
 
 namespace svcinst {
+
+// Each function reads one construct at `position`. remaining: bytes from `position` to the end of
+// the text; a NUL must stand behind the text. It returns the finished node, which looks into the
+// text, or null when the construct is not there; nothing is then left behind but a note in `error`.
+// All throw std::bad_alloc.
+
+GrammarNodePtr read_rule(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_identifier(const char* position, ReadError& error);
+GrammarNodePtr read_alternation(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_concatenation(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_term(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_group(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_option(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_repeat(const char* position, std::uint64_t remaining, ReadError& error);
+
+GrammarNodePtr read_terminal(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_range(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_quote_string(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_dquote_string(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_sort_string(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_integer(const char* position, std::uint64_t remaining, ReadError& error);
+
+/// Reads a run of whitespace and comments: an `unuse_string` node with one child for each.
+GrammarNodePtr read_blank(const char* position, std::uint64_t remaining, ReadError& error);
+GrammarNodePtr read_comment(const char* position, std::uint64_t remaining, ReadError& error);
 
 struct Cursor {
   const char* position;
