@@ -42,6 +42,7 @@ const char* text_or_null(const ByteString* text) {
   return text != nullptr ? c_str(*text) : nullptr;
 }
 
+// Before a message, which may take long: a deleted service stays until its last handle is closed.
 void close_both(ServiceHandle& manager, ServiceHandle& service) {
   service.reset();
   manager.reset();
@@ -131,6 +132,7 @@ bool wait_service_settled(const ByteString& name, ServiceHandle& manager, Servic
   DWORD old_checkpoint = status.dwCheckPoint;
   const DWORD interval = std::clamp(status.dwWaitHint / 10, kShortestInterval, kLongestInterval);
   const DWORD start = GetTickCount();
+  // A service that has settled gets its interval, too: it may say so before its process has ended.
   if (!query_status(service, status)) return fail_query(name, manager, service);
   Sleep(interval);
   while (!is_settled(status)) {
