@@ -1,61 +1,37 @@
 // Formatting of log messages, by a format string that is read at run time.
-#include <benchmark/benchmark.h>
 #include <fmt/format.h>
+#include <stb/stb_sprintf.h>
 
-#include <array>
-#include <cstdarg>
 #include <cstdio>
-#include <string>
-#include <string_view>
 
-#include "bench/contest.h"
-#include "bench/format_peer.h"
+#include "bench/measure.h"
 #include "bench/messages.h"
 
 namespace svcinst::bench {
 namespace {
 
-int print_libc(char* buffer, const char* format, ...) {
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int length = std::vsnprintf(buffer, kSize, format, arguments);
-  va_end(arguments);
-  return length;
+int print_libc(char* buffer, const char* format, std::va_list arguments) {
+  return std::vsnprintf(buffer, kSize, format, arguments);
 }
 
-int print_stb(char* buffer, const char* format, ...) {
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int length = peer_stb_vsnprintf(buffer, int{kSize}, format, arguments);
-  va_end(arguments);
-  return length;
+int print_stb(char* buffer, const char* format, std::va_list arguments) {
+  return stbsp_vsnprintf(buffer, int{kSize}, format, arguments);
 }
 
-int print_fmt_slice(char* buffer) {
-  const char* format = "depends on {} ({}), queried {} times\n";
-  benchmark::DoNotOptimize(format);
-  const auto end = fmt::format_to_n(buffer, kSize, fmt::runtime(format), slice, 5, 17U);
-  return static_cast<int>(end.size);
-}
+struct Fmt {
+  template <class... Values>
+  int operator()(char* buffer, const Message<Values...>& each) const {
+    const auto call = [&](const Values&... values) {
+      return fmt::format_to_n(buffer, kSize, fmt::runtime(each.fmt_format), values...).size;
+    };
+    return static_cast<int>(std::apply(call, each.values));
+  }
+};
 
-template <class... Values>
-int print_fmt_message(char* buffer, const Message<Values...>& each) {
-  return std::apply(
-      [&](const Values&... values) {
-        const auto end = fmt::format_to_n(buffer, kSize, fmt::runtime(each.fmt_format), values...);
-        return static_cast<int>(end.size);
-      },
-      each.values);
-}
-
-void print_fmt_mix() {
-  std::array<char, kSize> buffer;
-  for_each_message([&](const auto& each) {
-    print_fmt_message(buffer.data(), each);
-    benchmark::DoNotOptimize(buffer);
-  });
-  print_fmt_slice(buffer.data());
-  benchmark::DoNotOptimize(buffer);
+template <class PrintMessage>
+void mix(benchmark::State& state) {
+  const bool same = mix_text(PrintMessage()) == mix_text(Printf<print_libc>());
+  measure(state, same, [] { print_mix(PrintMessage(), keep); });
 }
 
 constexpr std::array kDoubles = {0.0,     1.5,         -0.25,      3.14159265, 2.718281828,
@@ -64,61 +40,30 @@ constexpr std::array kDoubles = {0.0,     1.5,         -0.25,      3.14159265, 2
                                  1e-7,    48000.00001, 8.85418782, -1e9,       0.015625};
 
 template <Print print>
-void print_doubles() {
+std::string doubles_text() {
+  std::string all;
   std::array<char, kSize> buffer;
-  for (const double value : kDoubles) {
-    print(buffer.data(), "%f", value);
-    benchmark::DoNotOptimize(buffer);
-  }
-}
-
-bool same(std::string_view wanted, std::string_view peer, std::string_view ours) {
-  if (wanted == ours && wanted == peer) return true;
-  std::fprintf(stderr, "ours: %s\npeer: %s\nlibc: %s\n", std::string(ours).c_str(),
-               std::string(peer).c_str(), std::string(wanted).c_str());
-  return false;
-}
-
-template <class Run>
-std::string text_of(Run run) {
-  std::array<char, kSize> buffer;
-  const int length = run(buffer.data());
-  return {buffer.data(), static_cast<std::size_t>(length)};
-}
-
-bool equal() {
-  bool all = true;
-  for_each_message([&](const auto& each) {
-    const std::string ours = text_of([&](char* to) { return print_message<print_ours>(to, each); });
-    const std::string libc = text_of([&](char* to) { return print_message<print_libc>(to, each); });
-    const std::string stb = text_of([&](char* to) { return print_message<print_stb>(to, each); });
-    const std::string fmt = text_of([&](char* to) { return print_fmt_message(to, each); });
-    all = same(libc, stb, ours) && same(libc, fmt, ours) && ours.size() >= 20 &&
-          ours.size() <= 120 && all;
-  });
-  const std::string ours = text_of([](char* to) { return print_slice(print_ours, to); });
-  const std::string libc = text_of([](char* to) { return print_slice(print_libc, to); });
-  all = same(libc, text_of([](char* to) { return print_slice(print_stb, to); }), ours) &&
-        same(libc, text_of(print_fmt_slice), ours) && all;
-  for (const double value : kDoubles) {
-    const std::string text = text_of([&](char* to) { return print_libc(to, "%f", value); });
-    all = same(text, text, text_of([&](char* to) { return print_ours(to, "%f", value); })) && all;
-  }
+  for (const double value : kDoubles)
+    all.append(buffer.data(),
+               static_cast<std::size_t>(print_values<print>(buffer.data(), "%f", value)));
   return all;
 }
 
-constexpr Contestant kContestants[] = {
-    {"format-mix/ours", nullptr, print_mix<print_ours>},
-    {"format-mix/vsnprintf", nullptr, print_mix<print_libc>},
-    {"format-mix/fmt", nullptr, print_fmt_mix},
-    {"format-mix/stb", nullptr, print_mix<print_stb>},
-    {"format-float/ours", nullptr, print_doubles<print_ours>},
-    {"format-float/vsnprintf", nullptr, print_doubles<print_libc>}};
+template <Print print>
+void doubles(benchmark::State& state) {
+  measure(state, doubles_text<print>() == doubles_text<print_libc>(), [] {
+    std::array<char, kSize> buffer;
+    for (const double value : kDoubles)
+      keep(buffer.data(), print_values<print>(buffer.data(), "%f", value));
+  });
+}
+
+BENCHMARK(mix<Printf<print_ours>>)->Name("format-mix/ours");
+BENCHMARK(mix<Printf<print_libc>>)->Name("format-mix/vsnprintf");
+BENCHMARK(mix<Fmt>)->Name("format-mix/fmt");
+BENCHMARK(mix<Printf<print_stb>>)->Name("format-mix/stb");
+BENCHMARK(doubles<print_ours>)->Name("format-float/ours");
+BENCHMARK(doubles<print_libc>)->Name("format-float/vsnprintf");
 
 }  // namespace
 }  // namespace svcinst::bench
-
-int main(int argc, char** argv) {
-  using namespace svcinst::bench;
-  return run_contest(argc, argv, kContestants, Clock::cpu, equal);
-}

@@ -1,11 +1,6 @@
-// Reading the command line's grammar, and matching command lines against it.
-#include <benchmark/benchmark.h>
-
-#include <cstdio>
-#include <iterator>
-
-#include "bench/contest.h"
+// Matching command lines against the command line's grammar.
 #include "bench/match_tree.h"
+#include "bench/measure.h"
 #include "cmdline/command_line_grammar.h"
 #include "grammar/grammar.h"
 #include "grammar/matcher.h"
@@ -28,15 +23,9 @@ std::string options_line(std::size_t length) {
   return line + "x";
 }
 
-std::string value_line(std::size_t length) {
-  std::string line = " --desc ";
-  line.resize(length, 'v');
-  return line;
-}
-
 const std::string long_line = options_line(kLongLine);
 const std::string short_line = options_line(kShortLine);
-const std::string long_value = value_line(kLongLine);
+const std::string long_value = " --desc " + std::string(kLongLine - 8, 'v');
 
 Grammar& grammar() {
   static Grammar only;
@@ -48,41 +37,25 @@ MatchNodePtr our_match(const std::string& line) {
   return match(grammar().start_rule, line.data(), line.size(), *grammar().rules);
 }
 
+// The name of the rule that made a node.
+std::string_view kind_of(const MatchNode& node) {
+  std::uint16_t type = rule_result_type(0);
+  for (const auto& rule : grammar().root->children)
+    if (node.type == type++) return text_of(first_child(*rule));
+  return "";
+}
+
 void describe(std::string& tree, int depth, const MatchNode& node, const char* line) {
-  static constexpr const char* kKinds[] = {"?",
-                                           "",
-                                           "syntax",
-                                           "cmd_param",
-                                           "letter",
-                                           "short_param_name",
-                                           "long_param_name",
-                                           "param_and_value",
-                                           "value",
-                                           "space"};
-  const auto begin = static_cast<std::size_t>(node.start - line);
-  describe_node(tree, depth, kKinds[node.type], begin, node.length);
-  if (node.children == nullptr) return;
-  for (std::uint64_t i = 0; i < node.children->count; ++i)
-    describe(tree, depth + 1, *node.children->items[i], line);
+  describe_node(tree, depth, kind_of(node), node.start - line, node.length);
+  for (const MatchNode* child : children_of(node)) describe(tree, depth + 1, *child, line);
 }
 
 std::string our_tree(const std::string& line) {
   const MatchNodePtr root = our_match(line);
-  if (!root) return "no match";
+  if (!root) return "no match of ours";
   std::string tree;
   describe(tree, 0, *root, line.data());
   return tree;
-}
-
-bool equal() {
-  for (const std::string* line : {&typical_line, &long_line, &short_line, &long_value}) {
-    const std::string ours = our_tree(*line);
-    if (ours != peer_tree(*line) || ours.size() < line->size()) {
-      std::fprintf(stderr, "the trees of this line differ: %s\n", line->c_str());
-      return false;
-    }
-  }
-  return typical_line.size() == 120;
 }
 
 template <const std::string& line>
@@ -92,40 +65,29 @@ void match_ours() {
 }
 
 template <const std::string& line>
-void match_peer() {
-  peer_match(line);
+void ours(benchmark::State& state) {
+  measure(state, our_tree(line) == peer_tree(line), match_ours<line>);
+}
+
+template <const std::string& line>
+void pegtl(benchmark::State& state) {
+  measure(state, true, [] { peer_match(line); });
 }
 
 // As many bytes as the long line has.
-void match_short_lines() {
-  for (std::size_t bytes = 0; bytes < kLongLine; bytes += kShortLine) match_ours<short_line>();
+void short_lines(benchmark::State& state) {
+  measure(state, our_tree(short_line) == peer_tree(short_line), [] {
+    for (std::size_t bytes = 0; bytes < kLongLine; bytes += kShortLine) match_ours<short_line>();
+  });
 }
 
-void read_grammar_text() {
-  const Grammar read;
-  benchmark::DoNotOptimize(read.start_rule);
-}
-
-constexpr Contestant kContestants[] = {{"match-typical/ours", nullptr, match_ours<typical_line>},
-                                       {"match-typical/pegtl", nullptr, match_peer<typical_line>},
-                                       {"match-long/ours", nullptr, match_ours<long_line>},
-                                       {"match-long/pegtl", nullptr, match_peer<long_line>},
-                                       {"match-value/ours", nullptr, match_ours<long_value>},
-                                       {"match-value/pegtl", nullptr, match_peer<long_value>},
-                                       {"match-scale/short", nullptr, match_short_lines},
-                                       {"read-grammar/ours", nullptr, read_grammar_text}};
+BENCHMARK(ours<typical_line>)->Name("match-typical/ours");
+BENCHMARK(pegtl<typical_line>)->Name("match-typical/pegtl");
+BENCHMARK(ours<long_line>)->Name("match-long/ours");
+BENCHMARK(pegtl<long_line>)->Name("match-long/pegtl");
+BENCHMARK(ours<long_value>)->Name("match-value/ours");
+BENCHMARK(pegtl<long_value>)->Name("match-value/pegtl");
+BENCHMARK(short_lines)->Name("match-scale/short");
 
 }  // namespace
-
-void describe_node(std::string& tree, int depth, std::string_view kind, std::size_t begin,
-                   std::size_t length) {
-  tree += std::to_string(depth) + " " + std::string(kind) + " " + std::to_string(begin) + "+" +
-          std::to_string(length) + "\n";
-}
-
 }  // namespace svcinst::bench
-
-int main(int argc, char** argv) {
-  using namespace svcinst::bench;
-  return run_contest(argc, argv, kContestants, Clock::cpu, equal);
-}

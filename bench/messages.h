@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdarg>
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <tuple>
 
@@ -11,20 +12,9 @@
 
 namespace svcinst::bench {
 
-constexpr std::size_t kSize = 256;  // bytes of the buffer, more than any message here
+constexpr std::size_t kSize = 256;  // bytes of a buffer, more than any message here
 
-/// A formatter: writes into a buffer of kSize bytes and returns the length of the text.
-using Print = int (*)(char* buffer, const char* format, ...);
-
-inline int print_ours(char* buffer, const char* format, ...) {
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int length = format_text(0, buffer, kSize, format, arguments);
-  va_end(arguments);
-  return length;
-}
-
-// Every format in two notations, and the values that both print.
+// A format in two notations, and the values that both print.
 template <class... Values>
 struct Message {
   const char* format;
@@ -38,7 +28,6 @@ Message<Values...> message(const char* format, const char* fmt_format, Values...
 }
 
 inline const char* const block = "Tcpip/Parameters/Interfaces";
-inline const std::string_view slice(block, 5);
 
 inline const auto messages = std::tuple(
     message("service '%s' is now %s\n", "service '{}' is now {}\n", "hello", "running"),
@@ -58,33 +47,74 @@ inline const auto messages = std::tuple(
     message("no value here, only a text as most of the messages of this program are\n",
             "no value here, only a text as most of the messages of this program are\n"),
     message("%s %s %s=%s, group %c%c, exit code %d\n", "{} {} {}={}, group {}{}, exit code {}\n",
-            "--install", "--name", "--binpath", "C:\\hello\\hello.exe", 'A', 'z', -1));
+            "--install", "--name", "--binpath", "C:\\hello\\hello.exe", 'A', 'z', -1),
+    message("depends on %.*s (%d), queried %u times\n", "depends on {} ({}), queried {} times\n",
+            std::string_view(block, 5), 5, 17U));
 
-// The same with "%.*s", which takes two values for one.
-inline int print_slice(Print print, char* buffer) {
-  return print(buffer, "depends on %.*s (%d), queried %u times\n", static_cast<int>(slice.size()),
-               slice.data(), 5, 17U);
+/// A formatter: writes into a buffer of kSize bytes and returns the length of the text.
+using Print = int (*)(char* buffer, const char* format, std::va_list arguments);
+
+inline int print_ours(char* buffer, const char* format, std::va_list arguments) {
+  return format_text(0, buffer, kSize, format, arguments);
 }
 
-template <class Visit>
-void for_each_message(Visit visit) {
-  std::apply([&](const auto&... each) { (visit(each), ...); }, messages);
-}
-
-template <Print print, class... Values>
-int print_message(char* buffer, const Message<Values...>& each) {
-  return std::apply([&](const Values&... values) { return print(buffer, each.format, values...); },
-                    each.values);
-}
-
-/// The ten messages, one after the other into the same buffer. Each time the compiler is made to
-/// believe that somebody reads it.
 template <Print print>
-void print_mix() {
+int print_values(char* buffer, const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  const int length = print(buffer, format, arguments);
+  va_end(arguments);
+  return length;
+}
+
+// "%.*s" takes two values for one.
+template <class Value>
+auto as_printed(const Value& value) {
+  return std::tuple(value);
+}
+inline auto as_printed(std::string_view slice) {
+  return std::tuple(static_cast<int>(slice.size()), slice.data());
+}
+
+/// Prints a message by a formatter that takes what printf takes.
+template <Print print>
+struct Printf {
+  template <class... Values>
+  int operator()(char* buffer, const Message<Values...>& each) const {
+    const auto call = [&](auto... values) {
+      return print_values<print>(buffer, each.format, values...);
+    };
+    const auto spread = [](const Values&... values) {
+      return std::tuple_cat(as_printed(values)...);
+    };
+    return std::apply(call, std::apply(spread, each.values));
+  }
+};
+
+/// The ten messages, one after the other into the same buffer, by a Printf or its like. `seen` is
+/// called with the buffer and the length of each.
+template <class PrintMessage, class Seen>
+void print_mix(PrintMessage print_message, Seen seen) {
   std::array<char, kSize> buffer;
-  const auto keep = [&](int) { asm volatile("" : : "r"(buffer.data()) : "memory"); };
-  for_each_message([&](const auto& each) { keep(print_message<print>(buffer.data(), each)); });
-  keep(print_slice(print, buffer.data()));
+  const auto print = [&](const auto& each) {
+    seen(buffer.data(), print_message(buffer.data(), each));
+  };
+  std::apply([&](const auto&... each) { (print(each), ...); }, messages);
+}
+
+/// What print_mix prints, as one text.
+template <class PrintMessage>
+std::string mix_text(PrintMessage print_message) {
+  std::string all;
+  print_mix(print_message, [&](const char* text, int length) {
+    all.append(text, static_cast<std::size_t>(length));
+  });
+  return all;
+}
+
+/// Makes the compiler believe that somebody reads a text.
+inline void keep(const char* text, int /*length*/) {
+  asm volatile("" : : "r"(text) : "memory");
 }
 
 }  // namespace svcinst::bench

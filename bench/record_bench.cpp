@@ -1,142 +1,124 @@
-// Levelled records with the default prefix, to each sink. The time zone is that of TZ.
-#include <arpa/inet.h>
-#include <benchmark/benchmark.h>
-#include <netinet/in.h>
-#include <sys/prctl.h>
-#include <sys/socket.h>
+// Levelled records with the default prefix, to a file and to the console, beside spdlog with a
+// pattern that gives the same bytes.
+#include <spdlog/details/null_mutex.h>
+#include <spdlog/logger.h>
+#include <spdlog/sinks/base_sink.h>
+#include <spdlog/sinks/basic_file_sink.h>
 #include <unistd.h>
 
-#include <array>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <sstream>
 #include <string>
 
-#include "bench/contest.h"
-#include "bench/record_peer.h"
-#include "bench/temp_folder.h"
+#include "bench/measure.h"
 #include "log/log.h"
 
 namespace svcinst::bench {
 namespace {
 
-constexpr const char* kService = "hello";
-constexpr int kWaits = 3;
-constexpr std::size_t kMessageLength = 60;  // bytes
-// "[", date and time, "|", the coloured tag and "] ".
-constexpr std::size_t kPrefixLength = 43;  // bytes
+constexpr const char* kPattern = "[%Y-%m-%d %H:%M:%S.%e|\033[36;40m%l\033[0m] %v";
 
-int our_record() {
-  return log_info("service '%s' was stopped, %d waits of a second had passed\n", kService, kWaits);
-}
+// Writes each record to standard output by one fwrite, which nothing flushes.
+class ConsoleSink : public spdlog::sinks::base_sink<spdlog::details::null_mutex> {
+  void sink_it_(const spdlog::details::log_msg& message) override {
+    spdlog::memory_buf_t text;
+    formatter_->format(message, text);
+    std::fwrite(text.data(), 1, text.size(), stdout);
+  }
+  void flush_() override {}
+};
+
+std::unique_ptr<spdlog::logger> logger;
 
 void record_ours() {
-  our_record();
+  log_info("service '%s' was stopped, %d waits of a second had passed\n", "hello", 3);
 }
 
 void record_peer() {
-  peer_record(kService, kWaits);
+  logger->info("service '{}' was stopped, {} waits of a second had passed", "hello", 3);
 }
 
-void open_our_file() {
-  const std::string path = temp_path("ours.log");
+void use(spdlog::sink_ptr sink) {
+  logger = std::make_unique<spdlog::logger>("", std::move(sink));
+  logger->set_pattern(kPattern);
+}
+
+void open_our_file(const std::string& path) {
   set_log2file(path.c_str(), static_cast<int>(path.size()));
 }
 
-void open_their_file() {
-  open_peer_file(temp_path("peer.log"));
+void open_their_file(const std::string& path) {
+  use(std::make_shared<spdlog::sinks::basic_file_sink_st>(path));
 }
 
-void open_our_console() {
+void open_our_console(const std::string& path) {
+  set_log2file("", 0);  // closes the file, which would come first
+  if (std::freopen(path.c_str(), "w", stdout) == nullptr) std::abort();
   set_log2cmd(0);
 }
 
-void open_their_console() {
-  static std::array<char, 4096> buffer;
-  std::setvbuf(stdout, buffer.data(), _IOFBF, buffer.size());
-  open_peer_console();
+void open_their_console(const std::string& path) {
+  open_our_console(path);  // with the same buffer
+  use(std::make_shared<ConsoleSink>());
 }
 
-// A process that takes datagrams as long as this one lives. Returns its port. It comes for them by
-// the clock, before its queue is full: a send then neither wakes anybody up nor throws anything
-// away, which would make sends of different senders cost differently.
-std::uint16_t start_receiver() {
-  const int receiver = socket(AF_INET, SOCK_DGRAM, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof address;
-  if (bind(receiver, reinterpret_cast<sockaddr*>(&address), size) != 0 ||
-      getsockname(receiver, reinterpret_cast<sockaddr*>(&address), &size) != 0)
-    std::exit(EXIT_FAILURE);
-  if (fork() == 0) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    std::array<char, 2048> datagram;
-    for (;;)
-      if (recv(receiver, datagram.data(), datagram.size(), MSG_DONTWAIT) < 0) usleep(500);
-  }
-  close(receiver);
-  return ntohs(address.sin_port);
-}
+struct Contestant {
+  void (*open)(const std::string& path);
+  void (*record)();
+  bool is_file;
+};
 
-std::uint16_t receiver_port() {
-  static const std::uint16_t port = start_receiver();
-  return port;
-}
+constexpr Contestant kOurFile = {open_our_file, record_ours, true};
+constexpr Contestant kTheirFile = {open_their_file, record_peer, true};
+constexpr Contestant kOurConsole = {open_our_console, record_ours, false};
+constexpr Contestant kTheirConsole = {open_their_console, record_peer, false};
 
-void open_our_peer() {
-  set_log2udp("127.0.0.1", receiver_port());
-}
-
-int bare_socket = -1;
-
-void open_bare_socket() {
-  bare_socket = socket(AF_INET, SOCK_DGRAM, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(receiver_port());
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  if (connect(bare_socket, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0)
-    std::exit(EXIT_FAILURE);
-}
-
-void send_bare() {
-  static const std::string record(kPrefixLength + kMessageLength, 'r');
-  send(bare_socket, record.data(), record.size(), 0);
+// What a contestant makes of one record.
+std::string record_text(const Contestant& contestant, const std::string& path) {
+  contestant.open(path);
+  contestant.record();
+  std::fflush(nullptr);
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  std::filesystem::remove(path);
+  return text.str();
 }
 
 // Both write within one millisecond sooner or later.
-bool equal() {
-  open_our_file();
-  open_their_file();
+bool same_text(const Contestant& ours, const Contestant& theirs, const std::string& path) {
+  std::string text;
   for (int attempt = 0; attempt < 1000; ++attempt) {
-    const std::size_t begin = file_bytes(temp_path("ours.log")).size();
-    set_flush(true);
-    const auto length = static_cast<std::size_t>(our_record());
-    record_peer();
-    flush_peer();
-    const std::string ours = file_bytes(temp_path("ours.log")).substr(begin);
-    const std::string peer = file_bytes(temp_path("peer.log")).substr(begin);
-    if (ours == peer && ours.size() == length && length == kPrefixLength + kMessageLength)
-      return true;
-    if (ours.size() == peer.size()) continue;
-    std::fprintf(stderr, "ours: %s\npeer: %s\n", ours.c_str(), peer.c_str());
-    return false;
+    text = record_text(ours, path);
+    if (!text.empty() && text == record_text(theirs, path)) return true;
   }
   return false;
 }
 
-constexpr Contestant kContestants[] = {{"record-file/ours", open_our_file, record_ours},
-                                       {"record-file/spdlog", open_their_file, record_peer},
-                                       {"record-console/ours", open_our_console, record_ours},
-                                       {"record-console/spdlog", open_their_console, record_peer},
-                                       {"record-udp/ours", open_our_peer, record_ours},
-                                       {"record-udp/send", open_bare_socket, send_bare}};
+// The file loses its name at once: contestants that take turns would go on in each other's.
+void records(benchmark::State& state, const Contestant& measured, const Contestant& other,
+             const char* zone) {
+  setenv("TZ", zone, 1);
+  tzset();
+  const std::string path =
+      std::filesystem::temp_directory_path() / ("svcinst-bench." + std::to_string(getpid()));
+  const bool same = same_text(measured, other, path);
+  measured.open(measured.is_file ? path : "/dev/null");
+  std::filesystem::remove(path);
+  measure(state, same, measured.record);
+}
+
+constexpr const char* kZone = "Europe/Berlin";
+
+BENCHMARK_CAPTURE(records, , kOurFile, kTheirFile, "UTC")->Name("record-file/ours");
+BENCHMARK_CAPTURE(records, , kTheirFile, kOurFile, "UTC")->Name("record-file/spdlog");
+BENCHMARK_CAPTURE(records, , kOurFile, kTheirFile, kZone)->Name("record-file-zone/ours");
+BENCHMARK_CAPTURE(records, , kTheirFile, kOurFile, kZone)->Name("record-file-zone/spdlog");
+BENCHMARK_CAPTURE(records, , kOurConsole, kTheirConsole, "UTC")->Name("record-console/ours");
+BENCHMARK_CAPTURE(records, , kTheirConsole, kOurConsole, "UTC")->Name("record-console/spdlog");
 
 }  // namespace
 }  // namespace svcinst::bench
-
-int main(int argc, char** argv) {
-  using namespace svcinst::bench;
-  return run_contest(argc, argv, kContestants, Clock::cpu, equal);
-}
