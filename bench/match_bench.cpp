@@ -23,15 +23,9 @@ std::string options_line(std::size_t length) {
   return line + "x";
 }
 
-std::string value_line(std::size_t length) {
-  std::string line = " --desc ";
-  line.resize(length, 'v');
-  return line;
-}
-
 const std::string long_line = options_line(kLongLine);
 const std::string short_line = options_line(kShortLine);
-const std::string long_value = value_line(kLongLine);
+const std::string long_value = " --desc " + std::string(kLongLine - 8, 'v');
 
 Grammar& grammar() {
   static Grammar only;
@@ -43,27 +37,22 @@ MatchNodePtr our_match(const std::string& line) {
   return match(grammar().start_rule, line.data(), line.size(), *grammar().rules);
 }
 
+// The name of the rule that made a node.
+std::string_view kind_of(const MatchNode& node) {
+  std::uint16_t type = rule_result_type(0);
+  for (const auto& rule : grammar().root->children)
+    if (node.type == type++) return text_of(first_child(*rule));
+  return "";
+}
+
 void describe(std::string& tree, int depth, const MatchNode& node, const char* line) {
-  static constexpr const char* kKinds[] = {"?",
-                                           "",
-                                           "syntax",
-                                           "cmd_param",
-                                           "letter",
-                                           "short_param_name",
-                                           "long_param_name",
-                                           "param_and_value",
-                                           "value",
-                                           "space"};
-  const auto begin = static_cast<std::size_t>(node.start - line);
-  describe_node(tree, depth, kKinds[node.type], begin, node.length);
-  if (node.children == nullptr) return;
-  for (std::uint64_t i = 0; i < node.children->count; ++i)
-    describe(tree, depth + 1, *node.children->items[i], line);
+  describe_node(tree, depth, kind_of(node), node.start - line, node.length);
+  for (const MatchNode* child : children_of(node)) describe(tree, depth + 1, *child, line);
 }
 
 std::string our_tree(const std::string& line) {
   const MatchNodePtr root = our_match(line);
-  if (!root) return "no match";
+  if (!root) return "no match of ours";
   std::string tree;
   describe(tree, 0, *root, line.data());
   return tree;
@@ -101,11 +90,4 @@ BENCHMARK(pegtl<long_value>)->Name("match-value/pegtl");
 BENCHMARK(short_lines)->Name("match-scale/short");
 
 }  // namespace
-
-void describe_node(std::string& tree, int depth, std::string_view kind, std::size_t begin,
-                   std::size_t length) {
-  tree += std::to_string(depth) + " " + std::string(kind) + " " + std::to_string(begin) + "+" +
-          std::to_string(length) + "\n";
-}
-
 }  // namespace svcinst::bench

@@ -61,8 +61,7 @@ std::string_view kind_of(const pegtl::parse_tree::node& node) {
 }
 
 void describe(std::string& tree, int depth, const pegtl::parse_tree::node& node, const char* line) {
-  const auto begin = static_cast<std::size_t>(node.m_begin.data - line);
-  describe_node(tree, depth, kind_of(node), begin, node.string_view().size());
+  describe_node(tree, depth, kind_of(node), node.m_begin.data - line, node.string_view().size());
   for (const auto& child : node.children) describe(tree, depth + 1, *child, line);
 }
 

@@ -99,8 +99,8 @@ bool same_text(const Contestant& ours, const Contestant& theirs, const std::stri
 }
 
 // The file loses its name at once: contestants that take turns would go on in each other's.
-void measure_records(benchmark::State& state, const Contestant& measured, const Contestant& other,
-                     const char* zone) {
+void records(benchmark::State& state, const Contestant& measured, const Contestant& other,
+             const char* zone) {
   setenv("TZ", zone, 1);
   tzset();
   const std::string path =
@@ -113,14 +113,12 @@ void measure_records(benchmark::State& state, const Contestant& measured, const 
 
 constexpr const char* kZone = "Europe/Berlin";
 
-BENCHMARK_CAPTURE(measure_records, , kOurFile, kTheirFile, "UTC")->Name("record-file/ours");
-BENCHMARK_CAPTURE(measure_records, , kTheirFile, kOurFile, "UTC")->Name("record-file/spdlog");
-BENCHMARK_CAPTURE(measure_records, , kOurFile, kTheirFile, kZone)->Name("record-file-zone/ours");
-BENCHMARK_CAPTURE(measure_records, , kTheirFile, kOurFile, kZone)->Name("record-file-zone/spdlog");
-BENCHMARK_CAPTURE(measure_records, , kOurConsole, kTheirConsole, "UTC")
-    ->Name("record-console/ours");
-BENCHMARK_CAPTURE(measure_records, , kTheirConsole, kOurConsole, "UTC")
-    ->Name("record-console/spdlog");
+BENCHMARK_CAPTURE(records, , kOurFile, kTheirFile, "UTC")->Name("record-file/ours");
+BENCHMARK_CAPTURE(records, , kTheirFile, kOurFile, "UTC")->Name("record-file/spdlog");
+BENCHMARK_CAPTURE(records, , kOurFile, kTheirFile, kZone)->Name("record-file-zone/ours");
+BENCHMARK_CAPTURE(records, , kTheirFile, kOurFile, kZone)->Name("record-file-zone/spdlog");
+BENCHMARK_CAPTURE(records, , kOurConsole, kTheirConsole, "UTC")->Name("record-console/ours");
+BENCHMARK_CAPTURE(records, , kTheirConsole, kOurConsole, "UTC")->Name("record-console/spdlog");
 
 }  // namespace
 }  // namespace svcinst::bench

@@ -23,22 +23,6 @@ int log_record() {
   return log_info("service '%s' was stopped, %d waits of a second had passed\n", "hello", 3);
 }
 
-struct Receiver {
-  int socket;
-  sockaddr_in address;
-};
-
-Receiver open_receiver() {
-  Receiver receiver{socket(AF_INET, SOCK_DGRAM, 0), {}};
-  receiver.address.sin_family = AF_INET;
-  receiver.address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof receiver.address;
-  auto* const address = reinterpret_cast<sockaddr*>(&receiver.address);
-  expect(bind(receiver.socket, address, size) == 0);
-  expect(getsockname(receiver.socket, address, &size) == 0);
-  return receiver;
-}
-
 // Takes datagrams until the process ends. It comes for them by the clock, before its queue is full:
 // a send then neither wakes anybody up nor throws anything away, which would make sends of
 // different senders cost differently. The time that is measured is the sender's thread's.
@@ -48,24 +32,31 @@ void receive(int receiver) {
     if (recv(receiver, datagram.data(), datagram.size(), MSG_DONTWAIT) < 0) usleep(500);
 }
 
+// A connected socket, and what our first record was.
 struct Bare {
   int socket;
-  std::string record;  // what our first record was
+  std::string record;
 };
 
+Bare open_both() {
+  const int receiver = socket(AF_INET, SOCK_DGRAM, 0);
+  sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
+  socklen_t size = sizeof address;
+  auto* const any_address = reinterpret_cast<sockaddr*>(&address);
+  expect(bind(receiver, any_address, size) == 0);
+  expect(getsockname(receiver, any_address, &size) == 0);
+  set_log2udp("127.0.0.1", ntohs(address.sin_port));
+  std::array<char, 2048> datagram;
+  const int length = log_record();
+  expect(recv(receiver, datagram.data(), datagram.size(), 0) == length);
+  std::thread(receive, receiver).detach();
+  const int sender = socket(AF_INET, SOCK_DGRAM, 0);
+  expect(connect(sender, any_address, size) == 0);
+  return {sender, {datagram.data(), static_cast<std::size_t>(length)}};
+}
+
 const Bare& bare() {
-  static const Bare only = [] {
-    const Receiver receiver = open_receiver();
-    set_log2udp("127.0.0.1", ntohs(receiver.address.sin_port));
-    std::array<char, 2048> datagram;
-    const int length = log_record();
-    expect(recv(receiver.socket, datagram.data(), datagram.size(), 0) == length);
-    std::thread(receive, receiver.socket).detach();
-    const int sender = socket(AF_INET, SOCK_DGRAM, 0);
-    const auto* const address = reinterpret_cast<const sockaddr*>(&receiver.address);
-    expect(connect(sender, address, sizeof receiver.address) == 0);
-    return Bare{sender, {datagram.data(), static_cast<std::size_t>(length)}};
-  }();
+  static const Bare only = open_both();
   return only;
 }
 
