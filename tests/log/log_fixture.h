@@ -24,6 +24,7 @@ struct TestSocket {
     setsockopt(handle, SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<const char*>(&limit),
                sizeof limit);
   }
+  TestSocket& operator=(TestSocket&&) = delete;  // nor any copy
   ~TestSocket() { closesocket(handle); }
   /// Waits for a datagram, or for some bytes of a stream; empty at its end.
   [[nodiscard]] std::string receive() const {

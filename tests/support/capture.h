@@ -25,6 +25,7 @@ inline std::string file_bytes(const std::string& path) {
 class TempDirectory {
  public:
   TempDirectory() { std::filesystem::create_directory(directory_); }
+  TempDirectory& operator=(TempDirectory&&) = delete;  // nor any copy
   ~TempDirectory() { std::filesystem::remove_all(directory_, ignored_); }
   [[nodiscard]] std::string path(const std::string& name) const {
     return (directory_ / name).string();
@@ -46,6 +47,7 @@ class CapturedStdout {
     dup2(file, STDOUT_FILENO);
     close(file);
   }
+  CapturedStdout& operator=(CapturedStdout&&) = delete;  // nor any copy
   ~CapturedStdout() {
     std::fflush(stdout);
     dup2(old_descriptor_, STDOUT_FILENO);
