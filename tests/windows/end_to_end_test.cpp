@@ -91,8 +91,7 @@ TEST_F(EndToEnd, ServicesComeAndGo) {
        R"(C:\a b\x.exe|A B||RpcSs)"},
       {"running", R"(-i -nsvcinst-running -bsvcinst-service.exe -dR --desc "d e")",
        R"(\svcinst-service.exe|R|d e|)"},
-      {"hung", R"(-i -n svcinst-hung -b svcinst-service.exe -d H --desc "" --type x)",
-       R"(\svcinst-service.exe|H||)"},
+      {"hung", "-i -nsvcinst-hung -bsvcinst-service.exe -dH -t x", R"(\svcinst-service.exe|H||)"},
       {"long", "-i -n svcinst-long -b x -d L --desc " + text + "cut", R"(\x|L|)" + text + "|"},
       {"d\xe9mon", "-i -n svcinst-d\xe9mon -b C:x.exe -d \xe9 --desc *", "\\C:x.exe|\xe9|*|"}};
   for (const auto& [service, options, registered_as] : installs) {
@@ -124,8 +123,6 @@ TEST_F(EndToEnd, OtherLinesRegisterNothing) {
   const struct {
     std::string options, messages;
   } rows[] = {
-      {"", "HELP"},
-      {"install -n svcinst-new -b x -d D", "error at position: 1\nHELP"},
       {R"(-i -n svcinst-new -b x -d "DISPLAY name")", "Open the service 'svcinst-new' failed!\n"},
       {"-i -n a/b -b x -d D", "Open the service 'a/b' failed!\n"}};
   expect(R"(-i -n svcinst-taken -b x -d "Display name")", "", 0);
