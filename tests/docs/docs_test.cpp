@@ -1,6 +1,5 @@
-// Runs the examples of the reference pages: the tables behind a line <!-- examples: KIND -->, whose
-// third column says what becomes of the first two. The pages lie in the folder SVCINST_DOCS or,
-// where that isn't set, in "docs".
+// Runs the examples of the pages in $SVCINST_DOCS or "docs": the tables behind a line
+// <!-- examples: KIND -->, whose third column says what becomes of the first two.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -1,11 +1,9 @@
-// Memory runs out at every single request of a run. This program has its own operator new, which
-// fails at the n-th request; what is left behind, open handles too, the leak check finds at the
-// end. SQLite's memory is not its.
+// Memory runs out at every single request of a run but SQLite's: operator new fails at the n-th
+// one. What is left behind, open handles too, the leak check finds at the end.
 #include <cstdlib>
 #include <new>
 
 #include "app/program.h"
-#include "log/log.h"
 #include "tests/support/capture.h"
 
 // What operator new below gets by malloc, the sanitizer's operator delete frees.
@@ -24,29 +22,22 @@ void* operator new(std::size_t size) {
 namespace svcinst {
 namespace {
 
-void run_everything() {
-  const char* const install[] = {"svcinst", "-i", "-n=a", "-b=x", "-d=x", "--dep=y", "--desc=z"};
-  const char* const uninstall[] = {"svcinst", "-u", "-n=a"};
-  EXPECT_EQ(run_program(7, install), 0);
-  EXPECT_EQ(run_program(3, uninstall), 0);
-  EXPECT_EQ(run_program(1, uninstall), -1);
-  EXPECT_GT(log_error("%s %5d %f", "text", 42, 1.5), 0);
-}
-
 TEST(OutOfMemory, LeavesNothingBehindAtAnyRequest) {
   const TempDirectory directory;
   setenv("SVCINST_DATABASE", directory.path("services.db").c_str(), 1);
   const CapturedStdout output;
-  bool runs_out = true;
+  const char* const install[] = {"svcinst", "-i", "-n=a", "-b=x", "-d=x", "--dep=y", "--desc=z"};
+  const char* const uninstall[] = {"svcinst", "-u", "-n=a"};
   int requests = 0;
-  for (; runs_out; ++requests) {
+  for (bool runs_out = true; runs_out; ++requests) {
     std::filesystem::remove(directory.path("services.db"));
     requests_until_failure = requests + 1;
-    runs_out = false;
     try {
-      run_everything();
+      EXPECT_EQ(run_program(7, install), 0);
+      EXPECT_EQ(run_program(3, uninstall), 0);
+      EXPECT_EQ(run_program(1, uninstall), -1);
+      runs_out = false;
     } catch (const std::bad_alloc&) {
-      runs_out = true;
     }
     requests_until_failure = 0;
   }

@@ -16,8 +16,7 @@ namespace svcinst {
 inline const LogSettings defaults = log_settings;  // before main, in a static initialiser
 inline const std::string info_tag = "\033[36;40minfo\033[0m] ";
 
-/// A socket that gives up waiting. Windows takes the first number of the time-out alone, in
-/// milliseconds, and so has none.
+/// A socket that gives up waiting; not on Windows, whose time-out is no TIMEVAL.
 struct TestSocket {
   explicit TestSocket(SOCKET owned) : handle(owned) {
     const TIMEVAL limit{0, 999'999};

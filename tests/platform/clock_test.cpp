@@ -17,7 +17,6 @@ TEST(Clock, TellsTheTimeOfTheUsersZone) {
                     milliseconds(time.wMilliseconds);
   const auto since = system_clock::now() + minutes(330) - told;
   EXPECT_TRUE(since >= seconds(0) && since < seconds(9)) << since / milliseconds(1);
-  EXPECT_EQ(weekday(day), weekday(time.wDayOfWeek));
 }
 
 TEST(Clock, SleepsMilliseconds) {

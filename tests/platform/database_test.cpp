@@ -29,9 +29,9 @@ std::string uninstall(const char* name) {
 }
 
 TEST_F(Database, LeavesAFileThatIsNotItsOwnAsItIs) {
-  for (const char* line : {"rm $f; sqlite3 $f 'CREATE TABLE services(name)'",
-                           "sqlite3 $f 'CREATE TABLE other(x)'", "yes | head -c 9999 >$f",
-                           "yes | dd of=$f bs=1 seek=4096 count=99 conv=notrunc 2>/dev/null"}) {
+  for (const char* line :
+       {"rm $f; sqlite3 $f 'CREATE TABLE services(name)'", "sqlite3 $f 'CREATE TABLE other(x)'",
+        "yes | head -c 1 >$f", "yes | dd of=$f bs=1 seek=4096 count=99 conv=notrunc 2>/dev/null"}) {
     std::filesystem::remove(path);
     EXPECT_EQ(install("a", "b"), "0");
     shell(line);
@@ -45,6 +45,7 @@ TEST_F(Database, FindsNamesInWhateverCase) {
   EXPECT_EQ(install("Name", "Display"), "0");
   EXPECT_EQ(install("NAME", "other"), "Open the service 'NAME' failed!\n-1");
   EXPECT_EQ(install("other", "DISPLAY"), "Open the service 'other' failed!\n-1");
+  EXPECT_EQ(install("a/b", "c"), "Open the service 'a/b' failed!\n-1");
   shell("sqlite3 $f 'UPDATE services SET current_state = 4'");
   EXPECT_EQ(uninstall("nAME"),
             "Sleep(1000) Sleep(1000) The service 'nAME' stop successful!\nSleep(1000) 0");

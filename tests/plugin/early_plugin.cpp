@@ -1,6 +1,5 @@
-// Loaded into the tool before that has started up. Says hello once three things have held: an
-// exception leaves a log call, and so does a cancelled thread, which takes one C++ runtime for
-// both; and no standard descriptor is handed out.
+// Loaded into the tool before that has started up. Says hello once exceptions and cancelled threads
+// have left log calls, which takes one C++ runtime, and no standard descriptor was handed out.
 #include <pthread.h>
 #include <svcinst/log.h>
 #include <sys/resource.h>

@@ -1,6 +1,6 @@
-// The clock and the process as a test sets them, linked in the platform's place: time stands still
-// until the test, or a Sleep, moves it. Calls that a test wants to see print themselves on standard
-// output, a blank behind each: "Sleep(1000) ", "FreeConsole() ", "AttachConsole(7) ".
+// The clock and the process as a test sets them, in the platform's place: only Sleep moves the
+// time. Calls print themselves, a blank behind each: "Sleep(1000) ", "FreeConsole() ",
+// "AttachConsole(7) ".
 #pragma once
 
 #include "platform/clock_api.h"

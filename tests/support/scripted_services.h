@@ -1,7 +1,6 @@
-// A Service Control Manager that plays a script, linked in the real one's place. It is strict: a
-// call on a handle of the wrong kind, or with another fixed argument than the program is to pass,
-// fails. A handle is a block of memory, so the sanitizers see one that is left open or used after
-// it was closed. Every call prints itself on standard output, a blank behind it:
+// A Service Control Manager that plays a script, linked in the real one's place. A call on a handle
+// of the wrong kind, or with another fixed argument than it should have, fails. The sanitizers see
+// a handle that is left open or used once it was closed. Every call prints itself, and a blank:
 //   +manager   +svc   create("svc", "Display", "C:\x.exe", "Tcpip\0\0")   describe("text")
 //   query   stop   delete   -svc   -manager
 // "+" opens and "-" closes a handle. A call that fails has " fails" behind it.
