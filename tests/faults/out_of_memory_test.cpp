@@ -14,6 +14,7 @@ extern "C" const char* __asan_default_options() {
 
 static int requests_until_failure = 0;  // 0: none fails
 
+// NOLINTNEXTLINE(misc-new-delete-overloads): the sanitizer's delete frees by free, too.
 void* operator new(std::size_t size) {
   if (requests_until_failure > 0 && --requests_until_failure == 0) throw std::bad_alloc();
   return std::malloc(size);
