@@ -21,7 +21,7 @@ int convert(const char* from, const char* to, const From* text, int length, To* 
   iconv_t opened = iconv_open(to, from);
   if (reinterpret_cast<std::intptr_t>(opened) == -1) return 0;
   const std::unique_ptr<void, IconvCloser> converter(opened);
-  std::vector<To> units(static_cast<std::size_t>(size != 0 ? size : 4 * length));
+  std::vector<To> units(static_cast<std::size_t>(size != 0 ? size : length) * (size != 0 ? 1 : 4));
   auto* in = reinterpret_cast<char*>(const_cast<From*>(text));
   auto* out = reinterpret_cast<char*>(units.data());
   auto in_left = static_cast<std::size_t>(length) * sizeof(From);

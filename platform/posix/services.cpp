@@ -128,9 +128,10 @@ bool has_writable_folder(sqlite3* database) {
 
 // The table is there afterwards; false when it isn't, or anything else is.
 bool prepare_table(sqlite3* database) {
-  const Statement check = prepare(database, kIsOurs, kTable);
+  Statement check = prepare(database, kIsOurs, kTable);
   if (sqlite3_step(check.get()) != SQLITE_ROW || sqlite3_column_int(check.get(), 0) != 1)
     return false;
+  check.reset();  // SQLite doesn't wait for the lock of a change while something is being read
   return run(database, (std::string("CREATE TABLE IF NOT EXISTS ") + kTable).c_str());
 }
 

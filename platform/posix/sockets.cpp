@@ -27,7 +27,8 @@ int send(SOCKET s, const char* bytes, int length, int flags) {
   do {
     const auto left = static_cast<std::size_t>(length - sent);
     // The system's: ours takes no void pointer.
-    const ssize_t taken = send(s, static_cast<const void*>(bytes + sent), left, flags);
+    const ssize_t taken =
+        send(s, static_cast<const void*>(bytes + sent), left, flags | MSG_NOSIGNAL);
     if (taken < 0 && errno != EINTR) return SOCKET_ERROR;
     sent += static_cast<int>(std::max<ssize_t>(taken, 0));
   } while (sent < length);
