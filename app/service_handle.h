@@ -1,5 +1,4 @@
-// The owner of a handle to the Service Control Manager or to a service; null for one that could not
-// be opened.
+// The owner of a handle to the Service Control Manager or to a service; it may be null.
 #pragma once
 
 #include <memory>

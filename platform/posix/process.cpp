@@ -7,9 +7,8 @@
 
 namespace {
 
-// Windows knows no signal for a write that nobody reads: it fails, and the process goes on. Nor
-// does it hand out a standard handle again that was closed at the start: a socket or file that got
-// the number of standard output would receive what is written there.
+// Windows knows no signal for a write that nobody reads, and hands out no standard handle that was
+// closed at the start: a socket that got its number would receive what is written there.
 void make_as_on_windows() {
   std::signal(SIGPIPE, SIG_IGN);
   for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor)

@@ -137,14 +137,13 @@ bool prepare_table(sqlite3* database) {
 
 // None when the database can't be written, is damaged or somebody else's.
 Connection open_database() {
-  constexpr int kLockTimeout = 10'000;               // milliseconds
-  constexpr std::uintmax_t kShortestDatabase = 512;  // bytes: one page
+  constexpr int kLockTimeout = 10'000;  // milliseconds
   const std::string path = database_path();
   std::error_code failure;
   std::filesystem::create_directories(std::filesystem::path(path).parent_path(), failure);
-  // SQLite takes a file of one byte for an empty one.
+  // SQLite takes a file of one byte for an empty one. None of its databases has less than 512.
   const std::uintmax_t size = std::filesystem::file_size(path, failure);
-  if (path.empty() || (!failure && size > 0 && size < kShortestDatabase)) return nullptr;
+  if (path.empty() || (!failure && size > 0 && size < 512)) return nullptr;
   sqlite3* opened = nullptr;
   const int result = sqlite3_open(path.c_str(), &opened);
   Connection database(opened);

@@ -1,4 +1,5 @@
 #include <poll.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -25,18 +26,18 @@ int ioctlsocket(SOCKET s, long command, u_long* value) {
 int send(SOCKET s, const char* bytes, int length, int flags) {
   int sent = 0;
   do {
+    const void* const rest = bytes + sent;  // with it the call finds the system's function
     const auto left = static_cast<std::size_t>(length - sent);
-    // The system's: ours takes no void pointer.
-    const ssize_t taken =
-        send(s, static_cast<const void*>(bytes + sent), left, flags | MSG_NOSIGNAL);
+    const ssize_t taken = send(s, rest, left, flags | MSG_NOSIGNAL);
     if (taken < 0 && errno != EINTR) return SOCKET_ERROR;
     sent += static_cast<int>(std::max<ssize_t>(taken, 0));
   } while (sent < length);
   return sent;
 }
 
+// close() could end a thread that is cancelled, which the destructors that call this don't bear.
 int closesocket(SOCKET s) {
-  return close(s);
+  return static_cast<int>(syscall(SYS_close, s));
 }
 
 namespace svcinst {

@@ -64,8 +64,8 @@ std::uint64_t stirred(std::uint64_t value) {
   __stack_chk_guard = guard << 8;
 }
 
-// The loader calls the functions of this section before it runs any code that could call into the
-// program: a thread of a library that is loaded into it early must not see the guard change.
+// The loader calls the functions of this section before any thread but its own runs: one of a
+// library that is loaded early must not see the guard change.
 [[gnu::used, gnu::section(".CRT$XLB")]] const PIMAGE_TLS_CALLBACK fill_guard_first = fill_guard;
 
 }  // namespace
