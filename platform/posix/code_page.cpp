@@ -14,14 +14,13 @@ struct IconvCloser {
   void operator()(iconv_t converter) const { iconv_close(converter); }
 };
 
-// The units that `length` units of `text` become, stored in `result` unless `size` is 0; 0 when
-// they are no text or more than `size`.
+// The units that `text` becomes, stored in `result` unless `size` is 0. 0: no text, or too long.
 template <class From, class To>
 int convert(const char* from, const char* to, const From* text, int length, To* result, int size) {
   iconv_t opened = iconv_open(to, from);
   if (reinterpret_cast<std::intptr_t>(opened) == -1) return 0;
   const std::unique_ptr<void, IconvCloser> converter(opened);
-  std::vector<To> units(static_cast<std::size_t>(size != 0 ? size : length) * (size != 0 ? 1 : 4));
+  std::vector<To> units(static_cast<std::size_t>(size != 0 ? size : 4L * length));
   auto* in = reinterpret_cast<char*>(const_cast<From*>(text));
   auto* out = reinterpret_cast<char*>(units.data());
   auto in_left = static_cast<std::size_t>(length) * sizeof(From);

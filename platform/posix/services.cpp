@@ -1,12 +1,12 @@
 // The Service Control Manager, played by a table in SQLite with one row a service. It refuses the
 // names that Windows refuses; that programs don't disturb one another is SQLite's work.
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -139,11 +139,12 @@ bool prepare_table(sqlite3* database) {
 Connection open_database() {
   constexpr int kLockTimeout = 10'000;  // milliseconds
   const std::string path = database_path();
-  std::error_code failure;
-  std::filesystem::create_directories(std::filesystem::path(path).parent_path(), failure);
+  for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1))
+    mkdir(path.substr(0, end).c_str(), 0755);
   // SQLite takes a file of one byte for an empty one. None of its databases has less than 512.
-  const std::uintmax_t size = std::filesystem::file_size(path, failure);
-  if (path.empty() || (!failure && size > 0 && size < 512)) return nullptr;
+  struct stat file {};
+  stat(path.c_str(), &file);
+  if (path.empty() || (file.st_size > 0 && file.st_size < 512)) return nullptr;
   sqlite3* opened = nullptr;
   const int result = sqlite3_open(path.c_str(), &opened);
   Connection database(opened);
