@@ -44,20 +44,20 @@ void skip_blank(Cursor& cursor, ReadError& error) {
   pass_blank(cursor, error, [](const char*, const char*) {});
 }
 
-GrammarNodePtr read_blank(const char* position, std::uint64_t remaining, ReadError& error) {
-  Cursor cursor(position, remaining);
+GrammarNodePtr read_blank(Cursor cursor, ReadError& error) {
+  const char* const begin = cursor.position;
   GrammarNodeList pieces;
-  pass_blank(cursor, error, [&pieces](const char* begin, const char* end) {
-    const NodeType type = is_whitespace(*begin) ? NodeType::whitespace : NodeType::comment;
-    append(pieces, make_node(type, begin, end));
+  pass_blank(cursor, error, [&pieces](const char* piece, const char* end) {
+    const NodeType type = is_whitespace(*piece) ? NodeType::whitespace : NodeType::comment;
+    append(pieces, make_node(type, piece, end));
   });
   if (pieces.head == nullptr) return nullptr;
-  return make_node(NodeType::unuse_string, position, cursor.position, std::move(pieces));
+  return make_node(NodeType::unuse_string, begin, cursor.position, std::move(pieces));
 }
 
-GrammarNodePtr read_comment(const char* position, std::uint64_t remaining, ReadError& error) {
-  const char* const end = comment_end({position, remaining}, error);
-  return end != nullptr ? make_node(NodeType::comment, position, end) : nullptr;
+GrammarNodePtr read_comment(Cursor cursor, ReadError& error) {
+  const char* const end = comment_end(cursor, error);
+  return end != nullptr ? make_node(NodeType::comment, cursor.position, end) : nullptr;
 }
 
 }  // namespace svcinst

@@ -18,8 +18,7 @@ GrammarNodePtr read_delimited(const Cursor& cursor, const TokenPair& tokens, Nod
   return nullptr;
 }
 
-template <class ReadBound>
-GrammarNodePtr read_range_of(ReadBound read_bound, Cursor cursor, ReadError& error) {
+GrammarNodePtr read_range_of(Read& read_bound, Cursor cursor, ReadError& error) {
   GrammarNodePtr low = read_at(cursor, read_bound, error);
   if (!low) return nullptr;
   if (cursor.remaining() <= range_token.length || !pass(cursor, range_token)) {
@@ -48,57 +47,56 @@ GrammarNodePtr read_except(Cursor cursor, ReadError& error) {
 
 }  // namespace
 
-GrammarNodePtr read_terminal(const char* position, std::uint64_t remaining, ReadError& error) {
-  const Cursor cursor(position, remaining);
-  if (starts_with(cursor, any_char_token))
-    return make_node(NodeType::any_char, position, position + any_char_token.length);
-  note(error, ReadCode::not_any_char, position);
-  for (const auto read : {read_range, read_dquote_string, read_quote_string, read_sort_string})
-    if (GrammarNodePtr terminal = read(position, remaining, error)) return terminal;
+GrammarNodePtr read_terminal(Cursor cursor, ReadError& error) {
+  const char* const begin = cursor.position;
+  if (pass(cursor, any_char_token)) return make_node(NodeType::any_char, begin, cursor.position);
+  note(error, ReadCode::not_any_char, begin);
+  for (Read* read : {read_range, read_dquote_string, read_quote_string, read_sort_string})
+    if (GrammarNodePtr terminal = read(cursor, error)) return terminal;
   return read_except(cursor, error);
 }
 
-GrammarNodePtr read_range(const char* position, std::uint64_t remaining, ReadError& error) {
-  const Cursor cursor(position, remaining);
-  for (const auto read_bound : {read_quote_string, read_dquote_string, read_integer})
-    if (GrammarNodePtr range = read_range_of(read_bound, cursor, error)) return range;
+GrammarNodePtr read_range(Cursor cursor, ReadError& error) {
+  for (Read* read_bound : {read_quote_string, read_dquote_string, read_integer})
+    if (GrammarNodePtr range = read_range_of(*read_bound, cursor, error)) return range;
   return nullptr;
 }
 
-GrammarNodePtr read_quote_string(const char* position, std::uint64_t remaining, ReadError& error) {
-  return read_delimited({position, remaining}, quote_tokens, NodeType::quote_string,
+GrammarNodePtr read_quote_string(Cursor cursor, ReadError& error) {
+  return read_delimited(cursor, quote_tokens, NodeType::quote_string,
                         ReadCode::quote_string_not_closed, error);
 }
 
-GrammarNodePtr read_dquote_string(const char* position, std::uint64_t remaining, ReadError& error) {
-  return read_delimited({position, remaining}, dquote_tokens, NodeType::dquote_string,
+GrammarNodePtr read_dquote_string(Cursor cursor, ReadError& error) {
+  return read_delimited(cursor, dquote_tokens, NodeType::dquote_string,
                         ReadCode::dquote_string_not_closed, error);
 }
 
-GrammarNodePtr read_sort_string(const char* position, std::uint64_t remaining, ReadError& error) {
-  return read_delimited({position, remaining}, sort_tokens, NodeType::sort_string,
+GrammarNodePtr read_sort_string(Cursor cursor, ReadError& error) {
+  return read_delimited(cursor, sort_tokens, NodeType::sort_string,
                         ReadCode::sort_string_not_closed, error);
 }
 
-GrammarNodePtr read_integer(const char* position, std::uint64_t remaining, ReadError& error) {
-  const char* digit = position;
-  if (remaining >= 2 && digit[0] == '0' && (digit[1] == 'x' || digit[1] == 'X')) {
+GrammarNodePtr read_integer(Cursor cursor, ReadError& error) {
+  const char* const begin = cursor.position;
+  const char* digit = begin;
+  if (cursor.remaining() >= 2 && digit[0] == '0' && (digit[1] == 'x' || digit[1] == 'X')) {
     digit += 2;
     if (is_hex_digit(*digit)) {
       while (is_hex_digit(*digit)) ++digit;
-      return make_node(NodeType::integer_hex, position, digit);
+      return make_node(NodeType::integer_hex, begin, digit);
     }
     note(error, ReadCode::hex_digit_missing, digit);
   } else {
-    note(error, ReadCode::not_hex, position);
+    note(error, ReadCode::not_hex, begin);
   }
-  if (!is_decimal_digit(*position)) {
-    note(error, ReadCode::not_decimal, position);
+  if (!is_decimal_digit(*begin)) {
+    note(error, ReadCode::not_decimal, begin);
     return nullptr;
   }
-  digit = position;
+  digit = begin;
   while (is_decimal_digit(*digit)) ++digit;
-  return make_node(NodeType::integer_dec, position, digit);
+  return make_node(NodeType::integer_dec, begin, digit);
 }
 
 }  // namespace svcinst

@@ -12,8 +12,7 @@ constexpr bool is_identifier_char(char c) {
 
 // One or more items with `separator` between them. A separator behind which no item can be read is
 // passed all the same and ends the list.
-template <class Read>
-GrammarNodePtr read_list(NodeType type, Cursor cursor, Read read_item, const ByteString& separator,
+GrammarNodePtr read_list(NodeType type, Cursor cursor, Read& read_item, const ByteString& separator,
                          ReadError& error) {
   const char* const begin = cursor.position;
   GrammarNodeList items;
@@ -52,63 +51,58 @@ GrammarNodePtr read_grammar(const char* text, std::uint64_t length, ReadError& e
   return make_node(NodeType::syntax, text, cursor.position, std::move(rules));
 }
 
-GrammarNodePtr read_rule(const char* position, std::uint64_t remaining, ReadError& error) {
-  Cursor cursor(position, remaining);
+GrammarNodePtr read_rule(Cursor cursor, ReadError& error) {
+  const char* const begin = cursor.position;
   GrammarNodeList children;
-  const auto read_name = [](const char* at, std::uint64_t, ReadError& noted) {
-    return read_identifier(at, noted);
-  };
   skip_blank(cursor, error);
-  if (!append_read(children, cursor, read_name, error)) return nullptr;
+  if (!append_read(children, cursor, read_identifier, error)) return nullptr;
   if (!expect(cursor, definition_token, ReadCode::definition_missing, error)) return nullptr;
   if (!append_read(children, cursor, read_alternation, error)) return nullptr;
   skip_blank(cursor, error);
   if (!pass(cursor, rule_end_token)) return nullptr;
-  return make_node(NodeType::rule, position, cursor.position, std::move(children));
+  return make_node(NodeType::rule, begin, cursor.position, std::move(children));
 }
 
-GrammarNodePtr read_identifier(const char* position, ReadError& error) {
-  if (!is_identifier_char(*position)) {
-    note(error, ReadCode::not_identifier, position);
+GrammarNodePtr read_identifier(Cursor cursor, ReadError& error) {
+  const char* const begin = cursor.position;
+  if (!is_identifier_char(*begin)) {
+    note(error, ReadCode::not_identifier, begin);
     return nullptr;
   }
-  const char* end = position + 1;
+  const char* end = begin + 1;
   for (const char* next = end; is_identifier_char(*next) || is_whitespace(*next);)
     if (!is_whitespace(*next++)) end = next;
-  return make_node(NodeType::identifier, position, end);
+  return make_node(NodeType::identifier, begin, end);
 }
 
-GrammarNodePtr read_alternation(const char* position, std::uint64_t remaining, ReadError& error) {
+GrammarNodePtr read_alternation(Cursor cursor, ReadError& error) {
   const NestingLevel level(error.depth);
   if (!level.allowed()) return nullptr;
-  return read_list(NodeType::alternation, {position, remaining}, read_concatenation,
-                   alternation_token, error);
+  return read_list(NodeType::alternation, cursor, read_concatenation, alternation_token, error);
 }
 
-GrammarNodePtr read_concatenation(const char* position, std::uint64_t remaining, ReadError& error) {
-  return read_list(NodeType::concatenation, {position, remaining}, read_term, concatenation_token,
-                   error);
+GrammarNodePtr read_concatenation(Cursor cursor, ReadError& error) {
+  return read_list(NodeType::concatenation, cursor, read_term, concatenation_token, error);
 }
 
-GrammarNodePtr read_term(const char* position, std::uint64_t remaining, ReadError& error) {
-  Cursor cursor(position, remaining);
+GrammarNodePtr read_term(Cursor cursor, ReadError& error) {
   skip_blank(cursor, error);
-  for (const auto read : {read_terminal, read_group, read_option, read_repeat})
-    if (GrammarNodePtr term = read(cursor.position, cursor.remaining(), error)) return term;
-  return read_identifier(cursor.position, error);
+  for (Read* read : {read_terminal, read_group, read_option, read_repeat, read_identifier})
+    if (GrammarNodePtr term = read(cursor, error)) return term;
+  return nullptr;
 }
 
-GrammarNodePtr read_group(const char* position, std::uint64_t remaining, ReadError& error) {
-  Cursor cursor(position, remaining);
+GrammarNodePtr read_group(Cursor cursor, ReadError& error) {
+  const char* const begin = cursor.position;
   if (!expect(cursor, group_tokens.open, ReadCode::not_group, error)) return nullptr;
   GrammarNodeList children;
   if (!read_body(children, cursor, ReadCode::group_empty, error)) return nullptr;
   if (!expect(cursor, group_tokens.close, ReadCode::group_not_closed, error)) return nullptr;
-  return make_node(NodeType::group, position, cursor.position, std::move(children));
+  return make_node(NodeType::group, begin, cursor.position, std::move(children));
 }
 
-GrammarNodePtr read_option(const char* position, std::uint64_t remaining, ReadError& error) {
-  Cursor cursor(position, remaining);
+GrammarNodePtr read_option(Cursor cursor, ReadError& error) {
+  const char* const begin = cursor.position;
   if (!expect(cursor, option_tokens.open, ReadCode::not_option, error)) return nullptr;
   GrammarNodeList children;
   if (!read_body(children, cursor, ReadCode::option_empty, error)) return nullptr;
@@ -118,24 +112,23 @@ GrammarNodePtr read_option(const char* position, std::uint64_t remaining, ReadEr
     skip_blank(cursor, error);
   }
   if (!expect(cursor, option_tokens.close, ReadCode::option_not_closed, error)) return nullptr;
-  return make_node(NodeType::option, position, cursor.position, std::move(children));
+  return make_node(NodeType::option, begin, cursor.position, std::move(children));
 }
 
-GrammarNodePtr read_repeat(const char* position, std::uint64_t remaining, ReadError& error) {
-  Cursor cursor(position, remaining);
+GrammarNodePtr read_repeat(Cursor cursor, ReadError& error) {
+  const char* const begin = cursor.position;
   GrammarNodeList children;
   skip_blank(cursor, error);
   const bool has_least = append_read(children, cursor, read_integer, error);
   if (!has_least && pass(cursor, repeat_once_tokens.open)) {
     if (!read_repeat_body(children, cursor, repeat_once_tokens.close, error)) return nullptr;
-    return make_node(NodeType::repeat_at_least_once, position, cursor.position,
-                     std::move(children));
+    return make_node(NodeType::repeat_at_least_once, begin, cursor.position, std::move(children));
   }
   if (!expect(cursor, repeat_tokens.open, ReadCode::not_repeat, error)) return nullptr;
   if (!read_repeat_body(children, cursor, repeat_tokens.close, error)) return nullptr;
   skip_blank(cursor, error);
   append_read(children, cursor, read_integer, error);  // the greatest count, if any
-  return make_node(NodeType::repeat, position, cursor.position, std::move(children));
+  return make_node(NodeType::repeat, begin, cursor.position, std::move(children));
 }
 
 }  // namespace svcinst

@@ -2,6 +2,7 @@
 // grammar text at which they take them.
 #pragma once
 
+#include <cassert>
 #include <cstring>
 
 #include "grammar/find_text.h"
@@ -10,41 +11,31 @@
 
 namespace svcinst {
 
-// Each function reads one construct at `position`. remaining: bytes from `position` to the end of
-// the text; a NUL must stand behind the text. It returns the finished node, which looks into the
-// text, or null when the construct is not there; nothing is then left behind but a note in `error`.
-// All throw std::bad_alloc.
-
-GrammarNodePtr read_rule(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_identifier(const char* position, ReadError& error);
-GrammarNodePtr read_alternation(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_concatenation(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_term(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_group(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_option(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_repeat(const char* position, std::uint64_t remaining, ReadError& error);
-
-GrammarNodePtr read_terminal(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_range(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_quote_string(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_dquote_string(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_sort_string(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_integer(const char* position, std::uint64_t remaining, ReadError& error);
-
-/// Reads a run of whitespace and comments: an `unuse_string` node with one child for each.
-GrammarNodePtr read_blank(const char* position, std::uint64_t remaining, ReadError& error);
-GrammarNodePtr read_comment(const char* position, std::uint64_t remaining, ReadError& error);
-
+/// A place in a grammar text.
 struct Cursor {
   const char* position;
   const char* end;  // of the text; a NUL stands there
 
-  Cursor(const char* start, std::uint64_t remaining) : position(start), end(start + remaining) {}
+  Cursor(const char* start, std::uint64_t remaining) : position(start), end(start + remaining) {
+    assert(*end == '\0');
+  }
 
   [[nodiscard]] std::uint64_t remaining() const {
     return static_cast<std::uint64_t>(end - position);
   }
 };
+
+/// Reads one construct at the cursor. Returns the finished node, which looks into the text, or null
+/// when the construct is not there; nothing is then left behind but a note in `error`. Throws
+/// std::bad_alloc.
+using Read = GrammarNodePtr(Cursor cursor, ReadError& error);
+
+Read read_rule, read_identifier, read_alternation, read_concatenation, read_term;
+Read read_group, read_option, read_repeat;
+Read read_terminal, read_range, read_quote_string, read_dquote_string, read_sort_string;
+Read read_integer;
+Read read_blank;  // a run of whitespace and comments: `unuse_string` with one child for each
+Read read_comment;
 
 inline void note(ReadError& error, ReadCode code, const char* position) {
   error.code = code;
@@ -92,18 +83,15 @@ inline bool expect(Cursor& cursor, const ByteString& token, ReadCode code, ReadE
   return false;
 }
 
-/// Reads with `read` at the cursor and moves past what was read; null leaves the cursor where it
-/// is.
-template <class Read>
-GrammarNodePtr read_at(Cursor& cursor, Read read, ReadError& error) {
-  GrammarNodePtr node = read(cursor.position, cursor.remaining(), error);
+/// Reads with `read` and moves past what was read; null leaves the cursor where it is.
+inline GrammarNodePtr read_at(Cursor& cursor, Read& read, ReadError& error) {
+  GrammarNodePtr node = read(cursor, error);
   if (node) cursor.position = node->end;
   return node;
 }
 
 /// Like read_at, with the node put behind the last one of `nodes`; tells whether there was one.
-template <class Read>
-bool append_read(GrammarNodeList& nodes, Cursor& cursor, Read read, ReadError& error) {
+inline bool append_read(GrammarNodeList& nodes, Cursor& cursor, Read& read, ReadError& error) {
   GrammarNodePtr node = read_at(cursor, read, error);
   if (!node) return false;
   append(nodes, std::move(node));
