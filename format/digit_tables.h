@@ -1,4 +1,5 @@
-// The digits that numbers are written with.
+// The digits that numbers are written with. (constinit: the linter wants other names for what is
+// constexpr.)
 #pragma once
 
 #include <array>

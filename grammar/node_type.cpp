@@ -1,11 +1,11 @@
 #include "grammar/node_type.h"
 
-#include <array>
+#include <iterator>
 
 namespace svcinst {
 
 const char* node_type_name(NodeType type) {
-  static constexpr std::array<const char*, kNodeTypeCount> kNames = {
+  static constexpr const char* kNames[] = {
       "syntax",          "rule",
       "alternation",     "concatenation",
       "meta_definition", "group",
@@ -24,7 +24,8 @@ const char* node_type_name(NodeType type) {
       "unuse_string",    "",
       "repeat >= 1",
   };
-  return value_of(type) < kNames.size() ? kNames[value_of(type)] : "";
+  static_assert(std::size(kNames) == kNodeTypeCount);
+  return value_of(type) < kNodeTypeCount ? kNames[value_of(type)] : "";
 }
 
 }  // namespace svcinst

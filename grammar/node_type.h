@@ -39,9 +39,8 @@ enum class NodeType : std::uint16_t {
   multiline_comment = 29,
   unuse_string = 30,
   repeat_at_least_once = 32,
+  count,  // a new kind goes in front of it
 };
-
-inline constexpr std::uint16_t kNodeTypeCount = 33;
 
 /// The type of a reference to rule number n is kFirstRuleReference + n.
 inline constexpr std::uint16_t kFirstRuleReference = 1024;
@@ -51,6 +50,8 @@ inline constexpr std::uint16_t kMaxRules = 1024;
 constexpr std::uint16_t value_of(NodeType type) {
   return static_cast<std::uint16_t>(type);
 }
+
+inline constexpr std::uint16_t kNodeTypeCount = value_of(NodeType::count);
 
 constexpr NodeType rule_reference(std::uint16_t rule_number) {
   return static_cast<NodeType>(kFirstRuleReference + rule_number);
