@@ -1,4 +1,4 @@
-#include "app/arguments.h"
+#include "app/command_line.h"
 
 #include <algorithm>
 

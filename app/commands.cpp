@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "app/arguments.h"
+#include "app/command_line.h"
 #include "app/service_operations.h"
 #include "cmdline/option_lookup.h"
 #include "cmdline/usage.h"

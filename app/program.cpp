@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "app/arguments.h"
+#include "app/command_line.h"
 #include "app/commands.h"
 #include "cmdline/option_lookup.h"
 #include "grammar/matcher.h"

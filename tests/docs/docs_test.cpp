@@ -7,7 +7,7 @@
 #include <regex>
 #include <variant>
 
-#include "app/arguments.h"
+#include "app/command_line.h"
 #include "app/program_paths.h"
 #include "cmdline/option_lookup.h"
 #include "format/format_text.h"
