@@ -1,5 +1,6 @@
 #include "common/byte_string.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstring>
 #include <limits>
@@ -66,6 +67,7 @@ void resize(ByteString& text, std::uint64_t length, char fill) {
 }
 
 void append(ByteString& text, TextView tail) {
+  assert(tail.data() < text.data || tail.data() >= text.data + text.capacity);
   const std::uint64_t old_length = text.length;
   resize(text, old_length + tail.size(), '\0');
   tail.copy(text.data + old_length, tail.size());

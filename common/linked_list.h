@@ -2,6 +2,7 @@
 // their place in memory while they are in the list.
 #pragma once
 
+#include <cassert>
 #include <memory>
 #include <utility>
 
@@ -20,8 +21,6 @@ struct LinkedList {
   LinkedListEntry<T>* tail = nullptr;  // last entry; none in an empty list
 
   LinkedList() = default;
-  LinkedList(const LinkedList&) = delete;
-  LinkedList& operator=(const LinkedList&) = delete;
   LinkedList(LinkedList&& other) noexcept
       : head(std::exchange(other.head, nullptr)), tail(std::exchange(other.tail, nullptr)) {}
   LinkedList& operator=(LinkedList&& other) noexcept {
@@ -69,6 +68,7 @@ void splice_front(LinkedList<T>& list, LinkedList<T>& source) noexcept {
 /// Frees the first entry of `list`, which must not be empty, with its value.
 template <class T>
 void remove_head(LinkedList<T>& list) noexcept {
+  assert(list.head != nullptr);
   const std::unique_ptr<LinkedListEntry<T>> entry(list.head);
   list.head = entry->next;
   (list.head != nullptr ? list.head->previous : list.tail) = nullptr;

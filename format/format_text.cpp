@@ -1,6 +1,7 @@
 #include "format/format_text.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstring>
 #include <limits>
@@ -139,6 +140,7 @@ bool convert_directive(OutputBuffer& output, const char*& at, Arguments& argumen
 
 std::int32_t format_text(std::uint8_t with_hex, OutputBuffer& output, const char* format,
                          std::va_list arguments) {
+  assert(format != nullptr && (output.bytes != nullptr || output.size == 0));
   const char* const end = format + std::strlen(format);
   const bool hex = with_hex != 0;
   for (const char* at = format;;) {

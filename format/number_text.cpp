@@ -33,34 +33,10 @@ ByteString u64_to_dec(std::uint64_t value) {
   return text_of(decimal_digits(value));
 }
 
-ByteString u32_to_dec(std::uint32_t value) {
-  return u64_to_dec(value);
-}
-
-ByteString u16_to_dec(std::uint16_t value) {
-  return u64_to_dec(value);
-}
-
-ByteString u8_to_dec(std::uint8_t value) {
-  return u64_to_dec(value);
-}
-
 ByteString i64_to_dec(std::int64_t value) {
   ByteString digits = u64_to_dec(magnitude(value));
   if (value < 0) return '-' + digits;
   return digits;
-}
-
-ByteString i32_to_dec(std::int32_t value) {
-  return i64_to_dec(value);
-}
-
-ByteString i16_to_dec(std::int16_t value) {
-  return i64_to_dec(value);
-}
-
-ByteString i8_to_dec(std::int8_t value) {
-  return i64_to_dec(value);
 }
 
 ByteString u64_to_hex(std::uint64_t value, bool whole_bytes, bool upper_case) {
@@ -68,18 +44,6 @@ ByteString u64_to_hex(std::uint64_t value, bool whole_bytes, bool upper_case) {
   if (whole_bytes) digits.length += digits.length % 2;
   if (upper_case) digits.radix = Radix::hex_upper;
   return text_of(digits);
-}
-
-ByteString u32_to_hex(std::uint32_t value) {
-  return u64_to_hex(value, false, false);
-}
-
-ByteString u16_to_hex(std::uint16_t value) {
-  return u64_to_hex(value, false, false);
-}
-
-ByteString u8_to_hex(std::uint8_t value) {
-  return u64_to_hex(value, false, false);
 }
 
 ByteString hex_to_bin(const ByteString& hex) {

@@ -18,13 +18,9 @@ GrammarNode::~GrammarNode() {
   }
 }
 
-GrammarNodePtr make_node(NodeType type, const char* begin, const char* end) {
-  return std::make_unique<GrammarNode>(type, begin, end);
-}
-
 GrammarNodePtr make_node(NodeType type, const char* begin, const char* end,
-                         GrammarNodeList&& children) {
-  GrammarNodePtr node = make_node(type, begin, end);
+                         GrammarNodeList children) {
+  auto node = std::make_unique<GrammarNode>(type, begin, end);
   node->children = std::move(children);
   return node;
 }

@@ -2,6 +2,7 @@
 // as it is, and it owns its children: destroying the root frees the whole tree, however deep.
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <memory>
 
@@ -24,25 +25,25 @@ struct GrammarNode {
 
   GrammarNode(NodeType node_type, const char* text_begin, const char* text_end)
       : type(node_type), begin(text_begin), end(text_end) {}
-  GrammarNode(const GrammarNode&) = delete;
-  GrammarNode& operator=(const GrammarNode&) = delete;
   ~GrammarNode();
 };
 
-/// A node over the text from `begin` up to `end`. Throws std::bad_alloc.
-GrammarNodePtr make_node(NodeType type, const char* begin, const char* end);
-/// The same, which takes over `children`.
+/// A node over the text from `begin` up to `end`, which takes over `children`. Throws
+/// std::bad_alloc.
 GrammarNodePtr make_node(NodeType type, const char* begin, const char* end,
-                         GrammarNodeList&& children);
+                         GrammarNodeList children = {});
 
 /// The first, second and last child, which must be there: the second of at least two.
 inline GrammarNode& first_child(const GrammarNode& node) {
+  assert(node.children.head != nullptr);
   return *node.children.head->value;
 }
 inline GrammarNode& second_child(const GrammarNode& node) {
+  assert(node.children.head != node.children.tail);
   return *node.children.head->next->value;
 }
 inline GrammarNode& last_child(const GrammarNode& node) {
+  assert(node.children.tail != nullptr);
   return *node.children.tail->value;
 }
 

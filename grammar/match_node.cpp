@@ -1,5 +1,6 @@
 #include "grammar/match_node.h"
 
+#include <cassert>
 #include <new>
 
 namespace svcinst {
@@ -20,6 +21,7 @@ std::uint64_t capacity_for(std::uint64_t count) {
 // One block, since a block for each child, mostly a leaf, would take longer than the match:
 //   NodeVector | pointers to the children, capacity - count nulls | child 0 .. child count - 1
 void adopt(MatchNode& node, std::vector<MatchNode>& stack, std::uint64_t count) {
+  assert(node.children == nullptr && count <= stack.size());
   if (count == 0) return;
   const std::uint64_t capacity = capacity_for(count);
   // NOLINTNEXTLINE(bugprone-sizeof-expression): a slot is a pointer.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstdio>
 #include <limits>
 #include <vector>
@@ -31,34 +32,30 @@ struct Matcher {
       : rules(rule_table), input_end(end) {
     pending.reserve(std::min(static_cast<std::uint64_t>(end - begin), kLongestLine));
   }
-
-  void wrap(std::uint16_t type, const char* begin, const char* end, std::uint64_t mark);
-  void unwrap();
-  void drop(std::uint64_t mark) noexcept;
-  const char* give_up() noexcept;
 };
 
 // Puts the results from `mark` on into one new node over the text from `begin` up to `end`.
-void Matcher::wrap(std::uint16_t type, const char* begin, const char* end, std::uint64_t mark) {
+void wrap(Matcher& matcher, std::uint16_t type, const char* begin, const char* end,
+          std::uint64_t mark) {
   MatchNode node(type, begin, end);
-  adopt(node, pending, pending.size() - mark);
-  pending.push_back(std::move(node));
+  adopt(node, matcher.pending, matcher.pending.size() - mark);
+  matcher.pending.push_back(std::move(node));
 }
 
 // Puts the children of the last result in its place.
-void Matcher::unwrap() {
+void unwrap(std::vector<MatchNode>& pending) {
   const MatchNode node = std::move(pending.back());
   pending.pop_back();
   for (MatchNode* child : children_of(node)) pending.push_back(std::move(*child));
 }
 
-void Matcher::drop(std::uint64_t mark) noexcept {
+void drop(std::vector<MatchNode>& pending, std::uint64_t mark) noexcept {
   while (pending.size() > mark) pending.pop_back();
 }
 
 // Past the limit the whole match fails: trying what is left could take forever.
-const char* Matcher::give_up() noexcept {
-  too_deep = true;
+const char* give_up(Matcher& matcher) noexcept {
+  matcher.too_deep = true;
   return nullptr;
 }
 
@@ -79,12 +76,12 @@ const char* match_terminal(Matcher& matcher, const GrammarNode& node, const char
 
 const char* match_except(Matcher& matcher, const GrammarNode& node, const char* position) {
   const NestingLevel level(matcher.depth);
-  if (!level.allowed()) return matcher.give_up();
+  if (!level.allowed()) return give_up(matcher);
   if (position == matcher.input_end) return record_failure(position);
   const std::uint64_t mark = matcher.pending.size();
   if (match_at(matcher, first_child(node), position) == nullptr)
     return match_terminal<any_char_end>(matcher, node, position);
-  matcher.drop(mark);
+  drop(matcher.pending, mark);
   return record_failure(position);
 }
 
@@ -96,7 +93,7 @@ const char* match_rule_reference(Matcher& matcher, const GrammarNode& node, cons
   const char* const end = match_at(matcher, second_child(*rule), position);
   if (end == nullptr) return nullptr;
   const std::uint16_t type = rule_result_type(rule_number(first_child(*rule).type));
-  matcher.wrap(type, position, end, mark);
+  wrap(matcher, type, position, end, mark);
   return end;
 }
 
@@ -118,7 +115,7 @@ const char* match_choice(Matcher& matcher, const GrammarNode& node, const char* 
 
 const char* match_alternation(Matcher& matcher, const GrammarNode& node, const char* position) {
   const NestingLevel level(matcher.depth);
-  return level.allowed() ? match_choice(matcher, node, position) : matcher.give_up();
+  return level.allowed() ? match_choice(matcher, node, position) : give_up(matcher);
 }
 
 const char* match_option(Matcher& matcher, const GrammarNode& node, const char* position) {
@@ -141,19 +138,19 @@ const char* match_concatenation(Matcher& matcher, const GrammarNode& node, const
     const std::uint64_t child_mark = pending.size();
     const char* const end = match_at(matcher, *child, at);
     if (end == nullptr) {
-      matcher.drop(mark);
+      drop(matcher.pending, mark);
       return nullptr;
     }
     if (is_structure(child->type)) {
-      if (end == at) matcher.drop(child_mark);
+      if (end == at) drop(matcher.pending, child_mark);
     } else if (pending.size() != child_mark + 1) {
-      matcher.wrap(kAnonymousType, at, end, child_mark);
+      wrap(matcher, kAnonymousType, at, end, child_mark);
     }
     at = end;
   }
   // The only result is the sequence's. It is anonymous only where the sequence holds an alternation
   // itself, without brackets, which the reader never makes.
-  if (pending.size() == mark + 1 && pending.back().type == kAnonymousType) matcher.unwrap();
+  if (pending.size() == mark + 1 && pending.back().type == kAnonymousType) unwrap(pending);
   return at;
 }
 
@@ -173,7 +170,7 @@ const char* match_times(Matcher& matcher, const GrammarNode& body, std::uint64_t
     if (at_input_end) break;
   }
   if (count >= least) return position;
-  matcher.drop(mark);
+  drop(matcher.pending, mark);
   return nullptr;
 }
 
@@ -190,12 +187,6 @@ const char* match_repeat(Matcher& matcher, const GrammarNode& node, const char* 
 const char* match_repeat_at_least_once(Matcher& matcher, const GrammarNode& node,
                                        const char* position) {
   return match_times(matcher, first_child(node), 1, kUnlimited, position);
-}
-
-// A name that no rule bears: it was reported when the grammar was made.
-const char* match_identifier(Matcher& /*matcher*/, const GrammarNode& /*node*/,
-                             const char* /*position*/) {
-  return nullptr;
 }
 
 const char* match_unknown(Matcher& /*matcher*/, const GrammarNode& node, const char* /*position*/) {
@@ -220,14 +211,15 @@ constexpr std::array<MatchHandler*, kNodeTypeCount> match_handlers = [] {
   handlers[value_of(NodeType::dquote_string)] = match_terminal<literal_end>;
   handlers[value_of(NodeType::range_string)] = match_terminal<range_end>;
   handlers[value_of(NodeType::any_char)] = match_terminal<any_char_end>;
-  handlers[value_of(NodeType::identifier)] = match_identifier;
+  // A name that no rule bears: it was reported when the grammar was made.
+  handlers[value_of(NodeType::identifier)] = [](auto&, auto&, auto) -> const char* { return {}; };
   handlers[value_of(NodeType::repeat_at_least_once)] = match_repeat_at_least_once;
   return handlers;
 }();
 
 MatchHandler* handler_of(NodeType type) {
   if (is_rule_reference(type)) return match_rule_reference;
-  return value_of(type) < match_handlers.size() ? match_handlers[value_of(type)] : match_unknown;
+  return value_of(type) < kNodeTypeCount ? match_handlers[value_of(type)] : match_unknown;
 }
 
 const char* match_at(Matcher& matcher, const GrammarNode& node, const char* position) {
@@ -238,11 +230,12 @@ const char* match_at(Matcher& matcher, const GrammarNode& node, const char* posi
 
 MatchNodePtr match(const GrammarNode* node, const char* position, const std::uint64_t& remaining,
                    const RuleTable& rules) {
+  assert(position[remaining] == '\0');
   if (node == nullptr) return nullptr;
   Matcher matcher(rules, position, position + remaining);
   const char* const end = match_at(matcher, *node, position);
   if (end == nullptr || matcher.too_deep) return nullptr;
-  if (matcher.pending.size() != 1) matcher.wrap(kAnonymousType, position, end, 0);
+  if (matcher.pending.size() != 1) wrap(matcher, kAnonymousType, position, end, 0);
   return std::make_unique<MatchNode>(std::move(matcher.pending.back()));
 }
 

@@ -14,8 +14,7 @@ inline constexpr std::uint32_t kMaxNesting = 2000;
 class NestingLevel {
  public:
   explicit NestingLevel(std::uint32_t& depth) : depth_(depth) { ++depth_; }
-  NestingLevel(const NestingLevel&) = delete;
-  NestingLevel& operator=(const NestingLevel&) = delete;
+  NestingLevel& operator=(NestingLevel&&) = delete;  // nor any copy
   ~NestingLevel() { --depth_; }
 
   /// False when what is at this level must fail instead of being read or matched.

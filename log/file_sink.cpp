@@ -1,6 +1,7 @@
 #include "log/file_sink.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 #include <iterator>
 #include <utility>
@@ -19,6 +20,7 @@ void open_log_file(const char* name, std::int32_t length) {
 }
 
 void write_to_log_file(TextView text) {
+  assert(log_settings.log_file != nullptr);
   std::fwrite(text.data(), text.size(), 1, log_settings.log_file);
   if (log_settings.flush) std::fflush(log_settings.log_file);
 }
