@@ -45,50 +45,22 @@ int log_it(const char* format, ...) {
   return length;
 }
 
-int log_info(const char* format, ...) {
-  const LogLock lock;
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int length = svcinst::log_record(svcinst::kInfo, format, arguments);
-  va_end(arguments);
-  return length;
-}
+// A level's function; a macro, since no function can hand its "..." on to another.
+#define LOG_FUNCTION(name, level)                                     \
+  int name(const char* format, ...) {                                 \
+    const LogLock lock;                                               \
+    std::va_list arguments;                                           \
+    va_start(arguments, format);                                      \
+    const int length = svcinst::log_record(level, format, arguments); \
+    va_end(arguments);                                                \
+    return length;                                                    \
+  }
 
-int log_note(const char* format, ...) {
-  const LogLock lock;
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int length = svcinst::log_record(svcinst::kNote, format, arguments);
-  va_end(arguments);
-  return length;
-}
-
-int log_warn(const char* format, ...) {
-  const LogLock lock;
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int length = svcinst::log_record(svcinst::kWarn, format, arguments);
-  va_end(arguments);
-  return length;
-}
-
-int log_error(const char* format, ...) {
-  const LogLock lock;
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int length = svcinst::log_record(svcinst::kError, format, arguments);
-  va_end(arguments);
-  return length;
-}
-
-int log_fatal(const char* format, ...) {
-  const LogLock lock;
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int length = svcinst::log_record(svcinst::kFatal, format, arguments);
-  va_end(arguments);
-  return length;
-}
+LOG_FUNCTION(log_info, svcinst::kInfo)
+LOG_FUNCTION(log_note, svcinst::kNote)
+LOG_FUNCTION(log_warn, svcinst::kWarn)
+LOG_FUNCTION(log_error, svcinst::kError)
+LOG_FUNCTION(log_fatal, svcinst::kFatal)
 
 int set_enable(bool enable) {
   const LogLock lock;
@@ -146,11 +118,9 @@ void set_log2file(const char* name, int length) {
 }
 
 void set_log2tcp(const char* address, uint16_t port) {
-  const LogLock lock;
-  if (log_settings.enable_log) svcinst::open_peer(address, port, svcinst::SocketKind::tcp);
+  svcinst::open_peer(address, port, svcinst::SocketKind::tcp);
 }
 
 void set_log2udp(const char* address, uint16_t port) {
-  const LogLock lock;
-  if (log_settings.enable_log) svcinst::open_peer(address, port, svcinst::SocketKind::udp);
+  svcinst::open_peer(address, port, svcinst::SocketKind::udp);
 }

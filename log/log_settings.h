@@ -46,8 +46,7 @@ extern char stdout_buffer[kStdoutBufferSize];  // what standard output may use
 class [[nodiscard]] LogLock {
  public:
   LogLock();
-  LogLock(const LogLock&) = delete;
-  LogLock& operator=(const LogLock&) = delete;
+  LogLock& operator=(LogLock&&) = delete;  // nor any copy
   ~LogLock();
 };
 

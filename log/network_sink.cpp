@@ -9,19 +9,16 @@
 namespace svcinst {
 namespace {
 
-class SocketOwner {
- public:
-  explicit SocketOwner(SOCKET socket) : socket_(socket) {}
-  SocketOwner(const SocketOwner&) = delete;
-  SocketOwner& operator=(const SocketOwner&) = delete;
-  ~SocketOwner() {
-    if (socket_ != INVALID_SOCKET) closesocket(socket_);
-  }
-  [[nodiscard]] SOCKET get() const { return socket_; }
-  SOCKET release() { return std::exchange(socket_, INVALID_SOCKET); }
+struct SocketOwner {
+  SOCKET handle;
 
- private:
-  SOCKET socket_;
+  SocketOwner& operator=(SocketOwner&&) = delete;  // nor any copy
+  ~SocketOwner() {
+    if (handle != INVALID_SOCKET) closesocket(handle);
+  }
+  std::int32_t release() {
+    return static_cast<std::int32_t>(std::exchange(handle, INVALID_SOCKET));
+  }
 };
 
 struct SocketOption {
@@ -49,12 +46,13 @@ void set_option(SOCKET socket, const SocketOption& option) {
 }
 
 SOCKET create_socket(SocketKind kind) {
-  const bool tcp = kind == SocketKind::tcp;
-  const SOCKET created =
-      tcp ? socket(AF_INET, SOCK_STREAM, IPPROTO_TCP) : socket(AF_INET, SOCK_DGRAM, IPPROTO_UDP);
+  return kind == SocketKind::tcp ? socket(AF_INET, SOCK_STREAM, IPPROTO_TCP)
+                                 : socket(AF_INET, SOCK_DGRAM, IPPROTO_UDP);
+}
+
+void set_options(SOCKET socket, SocketKind kind) {
   for (const SocketOption& option : kOptions)
-    if (tcp ? option.tcp : option.udp) set_option(created, option);
-  return created;
+    if (kind == SocketKind::tcp ? option.tcp : option.udp) set_option(socket, option);
 }
 
 // True when the connection that is under way stands within a second.
@@ -89,17 +87,26 @@ void set_blocking(SOCKET socket, bool blocking) {
 
 void open_peer(const char* address, std::uint16_t port, SocketKind kind) {
   std::int32_t& field = kind == SocketKind::tcp ? log_settings.tcp_socket : log_settings.udp_socket;
-  if (field == kNoSocket) field = open_log_socket(address, port, kind);
+  const auto is_wanted = [&field] { return log_settings.enable_log && field == kNoSocket; };
+  {
+    const LogLock lock;
+    if (!is_wanted()) return;
+  }
+  SocketOwner connected{static_cast<SOCKET>(open_log_socket(address, port, kind))};
+  const LogLock lock;
+  if (is_wanted()) field = connected.release();
 }
 
 std::int32_t open_log_socket(const char* address, std::uint16_t port, SocketKind kind) {
+  look_up_send();
   WSADATA data;
   if (WSAStartup(MAKEWORD(2, 2), &data) != 0) return kNoSocket;
-  SocketOwner socket(create_socket(kind));
-  set_blocking(socket.get(), false);
-  if (!connect_to(socket.get(), address, port)) return kNoSocket;
-  set_blocking(socket.get(), true);
-  return static_cast<std::int32_t>(socket.release());
+  SocketOwner socket{create_socket(kind)};
+  set_options(socket.handle, kind);
+  set_blocking(socket.handle, false);
+  if (!connect_to(socket.handle, address, port)) return kNoSocket;
+  set_blocking(socket.handle, true);
+  return socket.release();
 }
 
 void send_to_peer(std::int32_t socket, TextView text) {

@@ -14,10 +14,6 @@ int WSAStartup(WORD version, LPWSADATA data) {
   return 0;
 }
 
-int WSAGetLastError() {
-  return errno == EINPROGRESS ? WSAEWOULDBLOCK : errno;
-}
-
 int ioctlsocket(SOCKET s, long command, u_long* value) {
   int mode = *value != 0 ? 1 : 0;
   return ioctl(s, static_cast<unsigned long>(command), &mode);

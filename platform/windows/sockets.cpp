@@ -2,6 +2,10 @@
 
 namespace svcinst {
 
+void look_up_send() {
+  send(INVALID_SOCKET, "", 0, 0);  // fails
+}
+
 std::string socket_error_text(int code) {
   char text[256];
   DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,

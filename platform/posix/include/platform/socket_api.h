@@ -31,7 +31,7 @@ struct TIMEVAL {
 
 inline constexpr SOCKET INVALID_SOCKET = -1;
 inline constexpr int SOCKET_ERROR = -1;
-inline constexpr int WSAEWOULDBLOCK = EWOULDBLOCK;
+inline constexpr int WSAEWOULDBLOCK = EINPROGRESS;  // of connect()
 
 constexpr WORD MAKEWORD(unsigned low, unsigned high) {
   return static_cast<WORD>((low & 0xFF) | (high & 0xFF) << 8);
@@ -40,8 +40,10 @@ constexpr WORD MAKEWORD(unsigned low, unsigned high) {
 /// The sockets are always there. Returns 0 and gives back the version asked for.
 int WSAStartup(WORD version, LPWSADATA data);
 
-/// The code of the last failed call; WSAEWOULDBLOCK while a connection is under way.
-int WSAGetLastError();
+/// The code of the last failed call.
+inline int WSAGetLastError() {
+  return errno;
+}
 
 /// command: FIONBIO. value: 0 for blocking mode. Returns 0 or SOCKET_ERROR.
 int ioctlsocket(SOCKET s, long command, u_long* value);
@@ -87,6 +89,9 @@ inline int FD_ISSET(SOCKET s, const fd_set* set) {
 int select(int socket_count, fd_set* readers, fd_set* writers, fd_set* exceptions,
            const TIMEVAL* timeout);
 // NOLINTEND(readability-identifier-naming)
+
+/// Nothing to do here: a function is looked up before the start.
+inline void look_up_send() {}
 
 /// The system's text for `code`, a code of WSAGetLastError.
 std::string socket_error_text(int code);
