@@ -2,15 +2,17 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <initializer_list>
 
 #include "platform/process_api.h"
 
 namespace {
 
-// Windows knows no signal for a write that nobody reads, and hands out no standard handle that was
-// closed at the start: a socket that got its number would receive what is written there.
+// Windows knows no signal for a write that nobody reads or that passes a limit, and hands out no
+// standard handle that was closed at the start: a socket that got its number would receive what is
+// written there.
 void make_as_on_windows() {
-  std::signal(SIGPIPE, SIG_IGN);
+  for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
   for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor)
     if (fcntl(descriptor, F_GETFD) == -1) open("/dev/null", O_RDWR);
 }

@@ -60,11 +60,10 @@ constexpr char kCreate[] =
 
 constexpr char kFind[] = "SELECT 1 FROM services WHERE name = ?1 COLLATE NOCASE";
 
-// Whoever waits for a service to settle would wait for ever in a state that is none of the seven.
 constexpr char kStatus[] =
     "SELECT service_type, current_state, controls_accepted, win32_exit_code,"
     " service_specific_exit_code, checkpoint, wait_hint, process_id, service_flags FROM services"
-    " WHERE name = ?1 COLLATE NOCASE AND current_state BETWEEN 1 AND 7";
+    " WHERE name = ?1 COLLATE NOCASE";
 
 constexpr char kDescribe[] = "UPDATE services SET description = ?2 WHERE name = ?1 COLLATE NOCASE";
 
@@ -101,9 +100,9 @@ bool change_service(SC_HANDLE service, const char* sql, const char* text = nullp
   return changes_one_row(service->database, change);
 }
 
-// The value of an environment variable; empty when it is not set.
+// The value of an environment variable; empty when it is not set, or may be another user's.
 std::string environment(const char* name) {
-  const char* value = std::getenv(name);
+  const char* value = secure_getenv(name);
   return value == nullptr ? "" : value;
 }
 
@@ -112,12 +111,12 @@ std::string database_path() {
   const std::string chosen = environment("SVCINST_DATABASE");
   // SQLite gives names such as ":memory:" and "file:x" a meaning of its own; with a folder they are
   // plain files.
-  if (!chosen.empty()) return chosen[0] == '/' ? chosen : "./" + chosen;
+  if (!chosen.empty()) return chosen.starts_with('/') ? chosen : "./" + chosen;
   if (geteuid() == 0) return "/var/lib/svcinst/services.db";
   const std::string state = environment("XDG_STATE_HOME");
-  if (!state.empty() && state[0] == '/') return state + "/svcinst/services.db";
+  if (state.starts_with('/')) return state + "/svcinst/services.db";
   const std::string home = environment("HOME");
-  return home.empty() ? "" : home + "/.local/state/svcinst/services.db";
+  return home.starts_with('/') ? home + "/.local/state/svcinst/services.db" : "";
 }
 
 // SQLite's journal goes to the folder that the database lies in once all links are followed.
@@ -141,10 +140,11 @@ Connection open_database() {
   const std::string path = database_path();
   for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1))
     mkdir(path.substr(0, end).c_str(), 0755);
-  // SQLite takes a file of one byte for an empty one. None of its databases has less than 512.
+  // SQLite takes a file of one byte for an empty one; none of its databases has less than 512. A
+  // journal bears one name of the file only: under another one nobody would look for it.
   struct stat file {};
   stat(path.c_str(), &file);
-  if (path.empty() || (file.st_size > 0 && file.st_size < 512)) return nullptr;
+  if (path.empty() || (file.st_size > 0 && file.st_size < 512) || file.st_nlink > 1) return nullptr;
   sqlite3* opened = nullptr;
   const int result = sqlite3_open(path.c_str(), &opened);
   Connection database(opened);

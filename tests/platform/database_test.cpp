@@ -51,15 +51,6 @@ TEST_F(Database, FindsNamesInWhateverCase) {
             "Sleep(1000) Sleep(1000) The service 'nAME' stop successful!\nSleep(1000) 0");
 }
 
-TEST_F(Database, TellsNoStateThatIsNoneOfTheSeven) {
-  EXPECT_EQ(install("a", "b"), "0");
-  for (const std::string state : {"0", "8"}) {
-    shell("sqlite3 $f 'UPDATE services SET current_state = " + state + "'");
-    const std::string refused = "Query the service 'a' failed!\n";
-    EXPECT_EQ(uninstall("a"), refused + refused + "-1");
-  }
-}
-
 // Root has a place of its own when no database is chosen.
 TEST_F(Database, LiesWhereTheUserWantsIt) {
   const struct {

@@ -20,14 +20,7 @@ struct SERVICE_STATUS {
 };
 using LPSERVICE_STATUS = SERVICE_STATUS*;
 
-struct SERVICE_STATUS_PROCESS {
-  DWORD dwServiceType;
-  DWORD dwCurrentState;
-  DWORD dwControlsAccepted;
-  DWORD dwWin32ExitCode;
-  DWORD dwServiceSpecificExitCode;
-  DWORD dwCheckPoint;
-  DWORD dwWaitHint;  // milliseconds
+struct SERVICE_STATUS_PROCESS : SERVICE_STATUS {
   DWORD dwProcessId;
   DWORD dwServiceFlags;
 };
