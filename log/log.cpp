@@ -36,15 +36,6 @@ void change(T& setting, T value) {
 
 }  // namespace
 
-int log_it(const char* format, ...) {
-  const LogLock lock;
-  std::va_list arguments;
-  va_start(arguments, format);
-  const int length = svcinst::log_raw(format, arguments);
-  va_end(arguments);
-  return length;
-}
-
 // A level's function; a macro, since no function can hand its "..." on to another.
 #define LOG_FUNCTION(name, level)                                     \
   int name(const char* format, ...) {                                 \
@@ -61,6 +52,15 @@ LOG_FUNCTION(log_note, svcinst::kNote)
 LOG_FUNCTION(log_warn, svcinst::kWarn)
 LOG_FUNCTION(log_error, svcinst::kError)
 LOG_FUNCTION(log_fatal, svcinst::kFatal)
+
+int log_it(const char* format, ...) {
+  const LogLock lock;
+  std::va_list arguments;
+  va_start(arguments, format);
+  const int length = svcinst::log_raw(format, arguments);
+  va_end(arguments);
+  return length;
+}
 
 int set_enable(bool enable) {
   const LogLock lock;

@@ -1,19 +1,36 @@
-/* The logger, for the program itself and for code that is loaded into it: the executable exports
- * these twenty functions under these names. On Windows only such code can link the executable's
- * import library; a program of its own that does so crashes at its first call.
+/* The logger, for the program itself and for code that is loaded into it:
+ *
+ *     #include <svcinst/log.h>
+ *     set_log2file("agent.log", 9);
+ *     log_info("%s has %u clients\n", "agent", 3);
+ *
+ * The executable exports these twenty functions under these names. On Windows only code inside it
+ * can link its import library; a program of its own that does so crashes at its first call.
+ *
+ * A format follows this system's own rules, which are not printf's: see docs/format-strings.md. It
+ * has to get the arguments that its directives ask for, and no compiler checks that: with one too
+ * few, as without a format, a call crashes or writes what lies in memory.
  *
  * All callers share one configuration, which lives as long as the process and holds its defaults
  * when the first call arrives, even before main runs. Calls may come from any thread; each runs as
- * a whole, so a setter waits for a log call that is under way. No call is allowed
- * - in a signal handler or crash filter that may interrupt one: it waits for ever;
- * - in a child of fork() before it executes a program, while another thread logged: the same;
- * - in DllMain at the process's end (DLL_PROCESS_DETACH), while another thread logged: the same
- *   under wine; on Windows not tried.
- * Signal handlers without SA_RESTART tear what goes to a pipe.
- *
- * A format follows this system's own rules, which are not printf's: see docs/format-strings.md.
+ * a whole, but for the connecting to a peer, so a setter waits for a log call that is under way.
  * Nothing is reported to callers. When memory runs out, std::bad_alloc leaves the function. A
- * length is counted modulo 2^32. */
+ * length is counted modulo 2^32.
+ *
+ * A call waits for ever
+ * - in a signal handler or crash filter that may interrupt another one;
+ * - in what the logger itself calls: a replaced fopen, the write function of a stream;
+ * - while its thread holds the lock of stdout (flockfile) and another thread logs;
+ * - in a child of fork() before it executes a program, when another thread was logging;
+ * - at the process's end on Windows, in DllMain (DLL_PROCESS_DETACH) and in the destructors of a
+ *   DLL's static objects, when another thread was logging (seen under wine);
+ * - when it opens a FIFO that nobody reads as log file: then every other thread's, too.
+ * The two that connect to a peer are not for DllMain: Windows allows no WSAStartup there.
+ *
+ * Records are torn or lost
+ * - in a pipe, when a signal handler is set without SA_RESTART, and when it is non-blocking;
+ * - in a file, when its file system was full in between;
+ * - on the way to a UDP peer: the first one when that has come back, and those above 64 kB. */
 #ifndef SVCINST_LOG_LOG_H
 #define SVCINST_LOG_LOG_H
 
@@ -23,12 +40,6 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
-/** Writes the formatted text as it is, without a prefix, to the log file, else to the console;
- * never to a network peer. No level filters it, and it takes no record number. format:
- * NUL-terminated; what it formats beyond the bytes of set_max() is dropped. Returns the length of
- * the text in bytes, whether or not a sink took it; 0 while logging is off. */
-int log_it(const char* format, ...);
 
 /** Write one record at a level: info 0, note 1, warn 2, error 3, fatal 4 (which stops nothing). A
  * record is "[", the fields that are switched on, the coloured level tag, "] " and the formatted
@@ -42,6 +53,12 @@ int log_note(const char* format, ...);
 int log_warn(const char* format, ...);
 int log_error(const char* format, ...);
 int log_fatal(const char* format, ...);
+
+/** Writes the formatted text as it is, without a prefix, to the log file, else to the console;
+ * never to a network peer. No level filters it, and it takes no record number. format: as above.
+ * Returns the length of the text in bytes, whether or not a sink took it; 0 while logging is off.
+ */
+int log_it(const char* format, ...);
 
 /** Switches logging on or off (default on). While it is off, log calls write nothing and the four
  * set_log2 functions change nothing; open sinks stay open. Switching on writes one announcement
@@ -71,9 +88,9 @@ void set_cpu(bool cpu);
 void set_thread(bool thread);
 void set_count(bool count);
 
-/** Chooses the console. 0: the process's own, its standard output fully buffered with 4096 bytes.
- * UINT64_MAX: none. Any other value: the console of the process with that id; on Linux texts then
- * go to the caller's own standard output all the same. */
+/** Chooses the console by the id of its process. 0: this process, its standard output fully buffered
+ * with 4096 bytes. UINT64_MAX: none. Any other: that process's console; on Linux texts then go to
+ * the caller's own standard output all the same. */
 void set_log2cmd(uint64_t std_handle);
 
 /** Closes the log file and opens another one, to append to it. A file that cannot be opened leaves
@@ -84,7 +101,7 @@ void set_log2file(const char* name, int length);
 /** Connect to a TCP or UDP peer, which then receives each record by one send, with nothing added.
  * Without effect once a peer of that kind is connected; a failed attempt may be repeated. A peer
  * that has gone is never replaced, and its records are lost. TCP waits for the connection one
- * second at most; a peer that doesn't read stops every call of every thread.
+ * second at most, which stops no other call; a peer that doesn't read stops every thread's.
  * address: NUL-terminated dotted IPv4 text; port: in the byte order of this machine. */
 void set_log2tcp(const char* address, uint16_t port);
 void set_log2udp(const char* address, uint16_t port);
