@@ -8,8 +8,8 @@
 
 #include "format/digits.h"
 
-// std::to_chars would be three lines, but takes two thirds longer and makes a Windows program 296 KB
-// larger.
+// std::to_chars would be three lines, but takes two thirds longer and makes a Windows program 296
+// KB larger.
 namespace svcinst {
 namespace {
 

@@ -80,10 +80,6 @@ inline TextView front_of(const DirectiveState& directive, bool negative) {
   }
 }
 
-Fraction fraction_of(const DirectiveState& directive) {
-  return {.point = directive.precision > 0, .zeros = directive.precision};
-}
-
 // From left to right: front, fill, '-', digits, fraction, fill. digits: Digits or the text of a
 // double. The front of a binary number stands outside its width, and '+' does not change its fill.
 template <class Text>
@@ -129,7 +125,8 @@ void store_signed(OutputBuffer& output, std::int32_t value) {
 
 void convert_integer(OutputBuffer& output, const DirectiveState& directive, Arguments& arguments) {
   const Integer integer = take_integer(directive, arguments);
-  store_number(output, directive, integer.negative, integer.digits, fraction_of(directive));
+  store_number(output, directive, integer.negative, integer.digits,
+               {directive.precision > 0, directive.precision});
 }
 
 void convert_double(OutputBuffer& output, const DirectiveState& directive, Arguments& arguments) {
@@ -137,7 +134,7 @@ void convert_double(OutputBuffer& output, const DirectiveState& directive, Argum
   TextView text = write_double(buffer, take_double(arguments));
   const bool negative = text.front() == '-';
   if (negative) text.remove_prefix(1);
-  Fraction fraction = fraction_of(directive);
+  Fraction fraction{directive.precision > 0, directive.precision};
   const std::size_t point = text.find('.');
   if (fraction.point && point != TextView::npos) {
     const std::size_t wanted = point + 1 + directive.precision;

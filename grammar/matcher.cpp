@@ -195,8 +195,8 @@ const char* match_unknown(Matcher& /*matcher*/, const GrammarNode& node, const c
 }
 
 // NOLINTNEXTLINE(readability-identifier-naming): it reads as the functions that it holds.
-constexpr std::array<MatchHandler*, kNodeTypeCount> match_handlers = [] {
-  std::array<MatchHandler*, kNodeTypeCount> handlers{};
+constexpr std::array<MatchHandler*, value_of(NodeType::count)> match_handlers = [] {
+  std::array<MatchHandler*, value_of(NodeType::count)> handlers{};
   handlers.fill(match_unknown);
   handlers[value_of(NodeType::rule)] = match_rule;
   handlers[value_of(NodeType::alternation)] = match_alternation;
@@ -219,7 +219,7 @@ constexpr std::array<MatchHandler*, kNodeTypeCount> match_handlers = [] {
 
 MatchHandler* handler_of(NodeType type) {
   if (is_rule_reference(type)) return match_rule_reference;
-  return value_of(type) < kNodeTypeCount ? match_handlers[value_of(type)] : match_unknown;
+  return value_of(type) < match_handlers.size() ? match_handlers[value_of(type)] : match_unknown;
 }
 
 const char* match_at(Matcher& matcher, const GrammarNode& node, const char* position) {

@@ -11,17 +11,15 @@ namespace svcinst {
 inline constexpr std::uint32_t kMaxNesting = 2000;
 
 /// One level, counted in `depth` for the lifetime of the object.
-class NestingLevel {
- public:
-  explicit NestingLevel(std::uint32_t& depth) : depth_(depth) { ++depth_; }
+struct NestingLevel {
+  std::uint32_t& depth;
+
+  explicit NestingLevel(std::uint32_t& counter) : depth(counter) { ++depth; }
   NestingLevel& operator=(NestingLevel&&) = delete;  // nor any copy
-  ~NestingLevel() { --depth_; }
+  ~NestingLevel() { --depth; }
 
   /// False when what is at this level must fail instead of being read or matched.
-  [[nodiscard]] bool allowed() const { return depth_ <= kMaxNesting; }
-
- private:
-  std::uint32_t& depth_;
+  [[nodiscard]] bool allowed() const { return depth <= kMaxNesting; }
 };
 
 }  // namespace svcinst

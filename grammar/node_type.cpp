@@ -24,8 +24,8 @@ const char* node_type_name(NodeType type) {
       "unuse_string",    "",
       "repeat >= 1",
   };
-  static_assert(std::size(kNames) == kNodeTypeCount);
-  return value_of(type) < kNodeTypeCount ? kNames[value_of(type)] : "";
+  static_assert(std::size(kNames) == value_of(NodeType::count));
+  return value_of(type) < value_of(NodeType::count) ? kNames[value_of(type)] : "";
 }
 
 }  // namespace svcinst

@@ -51,8 +51,6 @@ constexpr std::uint16_t value_of(NodeType type) {
   return static_cast<std::uint16_t>(type);
 }
 
-inline constexpr std::uint16_t kNodeTypeCount = value_of(NodeType::count);
-
 constexpr NodeType rule_reference(std::uint16_t rule_number) {
   return static_cast<NodeType>(kFirstRuleReference + rule_number);
 }

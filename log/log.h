@@ -88,9 +88,9 @@ void set_cpu(bool cpu);
 void set_thread(bool thread);
 void set_count(bool count);
 
-/** Chooses the console by the id of its process. 0: this process, its standard output fully buffered
- * with 4096 bytes. UINT64_MAX: none. Any other: that process's console; on Linux texts then go to
- * the caller's own standard output all the same. */
+/** Chooses the console by the id of its process. 0: this process, its standard output fully
+ * buffered with 4096 bytes. UINT64_MAX: none. Any other: that process's console; on Linux texts
+ * then go to the caller's own standard output all the same. */
 void set_log2cmd(uint64_t std_handle);
 
 /** Closes the log file and opens another one, to append to it. A file that cannot be opened leaves

@@ -43,8 +43,7 @@ extern char stdout_buffer[kStdoutBufferSize];  // what standard output may use
 
 /// Held by each exported function from its first look at the settings to its end, so that texts
 /// come out whole. The first one fills in what is known at run time only.
-class [[nodiscard]] LogLock {
- public:
+struct [[nodiscard]] LogLock {
   LogLock();
   LogLock& operator=(LogLock&&) = delete;  // nor any copy
   ~LogLock();
