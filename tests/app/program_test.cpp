@@ -1,14 +1,12 @@
 // What the program makes of its arguments and of the service manager's answers. A story is what it
 // printed, the scripted calls and sleeps among its messages, with the result at the end.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
+#include "app/command_line.h"
+#include "app/program_paths.h"
 #include "app/service_operations.h"
+#include "cmdline/option_lookup.h"
 #include "cmdline/option_registry.h"
-#include "cmdline/usage.h"
-#include "tests/support/scripted_services.h"
+#include "grammar/matcher.h"
+#include "tests/support/examples.h"
 #include "tests/support/story.h"
 
 namespace svcinst {
@@ -22,55 +20,88 @@ constexpr ScriptedStatus pending(DWORD checkpoint, DWORD wait_hint) {
   return {SERVICE_STOP_PENDING, checkpoint, wait_hint};
 }
 
-std::string story_of_program(const ScriptedServices& script, const std::vector<const char*>& argv) {
-  scripted_services = script;
-  return svcinst::story_of_program(argv);
+// As the program does it: the last of an option's names that has a value decides.
+std::string looked_up(const std::string& arguments, const std::string& names) {
+  std::vector<const char*> argv{"svcinst"};
+  const std::vector<std::string> texts = texts_of(arguments);
+  for (const std::string& argument : texts) argv.push_back(argument.c_str());
+  const ByteString line = join_arguments(static_cast<int>(argv.size()), argv.data());
+  Grammar grammar;
+  furthest_failure = nullptr;
+  grammar.result = match(grammar.start_rule, line.data, line.length, *grammar.rules);
+  if (!grammar.result) return "fails at " + std::to_string(furthest_failure - line.data);
+  bool given = false;
+  TextView value;
+  for (const std::string& name : texts_of(names))
+    given |= get_option_value(grammar, TextView(name).substr(name.find_first_not_of('-')), value);
+  if (is_absent(value)) return given ? "none" : "not given";
+  return value.empty() ? "empty" : std::string(strip_quotes(value));
+}
+
+std::string registered(const std::string& program, const std::string& path) {
+  const std::string typed = text_of(program);
+  return c_str(*resolve_binary_path(*program_directory(typed), text_of(path)));
+}
+
+TEST(CommandLine, IsReadAsThePageShows) {
+  check_examples("command-line.md", "command line", looked_up);
+  check_examples("command-line.md", "path", registered);
+}
+
+// As README.md shows it.
+std::string help() {
+  const std::string page = file_bytes("README.md");
+  const std::size_t start = page.find("install/uninstall a");
+  return replaced(page.substr(start, page.find("    $", start) - start), "\n    ", "\n") + "\n-1";
 }
 
 TEST(Program, ShowsTheHelpWithoutACommandOrWithoutItsOptions) {
   const std::vector<const char*> rows[] = {
       {"svcinst"},
       {"svcinst", "-i", "-b", "C:\\x", "-d", "x"},
+      {"svcinst", "-i", "-n", "a", "-d", "x"},
       {"svcinst", "-i", "-n", "a", "-b", "C:\\x"},
       {"svcinst", "-u"},
   };
-  const std::string help = story_of([] { return print_usage(), -1; });
-  for (const auto& arguments : rows) EXPECT_EQ(story_of_program({}, arguments), help);
-  EXPECT_EQ(story_of_program({}, {"svcinst", "install"}), "error at position: 1\n" + help);
+  for (const auto& arguments : rows) EXPECT_EQ(story_of_program(arguments), help());
+  EXPECT_EQ(story_of_program({"svcinst", "install"}), "error at position: 1\n" + help());
 }
 
 TEST(Help, HasEachNameOnceAnd32BytesForTheNames) {
   OptionRegistry registry("tool");
-  const auto add = [&registry](const char* letter, const char* word) {
-    return add_option(registry, {ByteString(letter), ByteString(word), ByteString("text")});
-  };
-  const CapturedStdout captured;
-  EXPECT_TRUE(add("a", "word"));
-  EXPECT_FALSE(add("b", "word"));
-  EXPECT_FALSE(add("a", "other"));
-  EXPECT_TRUE(add("", "a-word-of-more-than-28-letters-is-cut"));
-  EXPECT_EQ(captured.bytes(), "exists same long name.\nexists same short name.\n");
+  const std::string printed = printed_by([&registry] {
+    const std::pair<const char*, const char*> names[] = {{"a", "word"},
+                                                         {"b", "word"},
+                                                         {"a", "other"},
+                                                         {"", "a-word-of-more-than-28-letters"},
+                                                         {"c", ""}};
+    for (const auto& [letter, word] : names)
+      add_option(registry, {ByteString(letter), ByteString(word), ByteString("text")});
+  });
+  EXPECT_EQ(printed, "exists same long name.\nexists same short name.\n");
+  EXPECT_EQ(registry.count, 3U);
   EXPECT_EQ(view(build_help_text(registry)),
             "tool\n\n\n\n"
             "  -a, --word                    text\n"
-            "  --a-word-of-more-than-28-lettetext\n");
+            "  --a-word-of-more-than-28-lettetext\n"
+            "  -c                            text\n");
 }
 
 // Each is run with "-i" in front.
 TEST(Program, RegistersWhatItsOptionsSay) {
   const std::pair<std::vector<const char*>, std::string> rows[] = {
-      {{"-n", "a", "-b", "C:\\x", "-d", "x"}, R"(create("a", "x", "C:\x", null) -a)"},
       {{"-u", "--name=a", "-nb", "-b=C:/x", "-dx"}, R"(create("b", "x", "C:/x", null) -b)"},
       {{"-na", "-b=C:/a", "-dx", "--desc", "\"\""}, R"(create("a", "x", "C:/a", null) -a)"},
       {{"-na", "-b=C:/x", "-dx", "--dep=b"}, R"(create("a", "x", "C:/x", "b\0\0") -a)"},
       {{"-na", "-b=C:/x", "-dx", "--dep", "\"\""}, R"(create("a", "x", "C:/x", "\0") -a)"},
       {{"-n", "-b", "-d"}, R"(create("", null, "D:\tools\", null) -)"},
+      {{"-n", "", "a", "-b=a:/", "-dx"}, R"(create("", "x", "a:/", null) -)"},
       {{"-na", "-b", "é", "-d", "ü"}, R"(create("a", "ü", "D:\tools\é", null) -a)"},
   };
   for (const auto& [arguments, calls] : rows) {
     std::vector<const char*> argv = {R"(D:\tools\svcinst.exe)", "-i"};
     argv.insert(argv.end(), arguments.begin(), arguments.end());
-    EXPECT_EQ(story_of_program({}, argv), "+manager " + calls + " -manager 0");
+    EXPECT_EQ(story_of_program(argv), "+manager " + calls + " -manager 0");
   }
 }
 
@@ -78,51 +109,57 @@ TEST(Program, RefusesPathsThatAreNoText) {
   const char* const told =
       "The path '\xff' is not valid text in the code page for file names (65001)!\n-1";
   for (const char* command : {"-i", "-u", "-x"})
-    EXPECT_EQ(story_of_program({}, {"\xff", command, "-n", "a", "-b", "b", "-d", "x"}), told);
-  EXPECT_EQ(story_of_program({}, {"svcinst", "-i", "-n", "a", "-b", "\xff", "-d", "x"}), told);
+    EXPECT_EQ(story_of_program({"\xff", command, "-n", "a", "-b", "b", "-d", "x"}), told);
+  EXPECT_EQ(story_of_program({"svcinst", "-i", "-n", "a", "-b", "\xff", "-d", "x"}), told);
 }
 
-TEST(Program, TellsWhichStepOfAnInstallFailed) {
+TEST(Program, CutsADescriptionAndTellsWhichStepOfAnInstallFailed) {
+  const std::string kept(1023, 'x');
+  const std::string option = "--desc=" + kept + "cut";
   const std::string create = R"(+manager create("a", "x", "C:\x", null) )";
   const std::string reopen = create + "-a +a(to configure) ";
+  const std::string describe = "describe(\"" + kept + "\") ";
   const std::string not_described = "fails Config the service 'a' description failed!\n";
-  const std::pair<int, std::string> rows[] = {
-      {1, "+manager fails Open the service manager failed!\n-1"},
-      {2, create + "fails -manager Open the service 'a' failed!\n-1"},
-      {3, reopen + "fails describe(\"it\") " + not_described + "-manager 0"},
-      {4, reopen + "describe(\"it\") " + not_described + "-a -manager 0"},
+  const std::pair<std::string, std::string> rows[] = {
+      {"none", reopen + describe + "-a -manager 0"},
+      {"+manager 1", "+manager fails Open the service manager failed!\n-1"},
+      {"create 1", create + "fails -manager Open the service 'a' failed!\n-1"},
+      {"+a 1", reopen + "fails " + describe + not_described + "-manager 0"},
+      {"describe 1", reopen + describe + not_described + "-a -manager 0"},
   };
-  const std::vector<const char*> argv = {"svcinst", "-i", "-n=a", "-b=C:\\x", "-d=x", "--desc=it"};
   for (const auto& [failing_call, story] : rows)
-    EXPECT_EQ(story_of_program({.failing_call = failing_call}, argv), story);
+    EXPECT_EQ(story_of_program({"svcinst", "-i", "-n=a", "-b=C:\\x", "-d=x", option.c_str()},
+                               {.failing_call = failing_call}),
+              story);
 }
 
 // What stopping the service "s" comes to; 1 when it succeeds.
 std::string story_of_stop(const ScriptedServices& script) {
-  scripted_services = script;
-  return story_of([] { return stop_service(ByteString("s")) ? 1 : 0; });
+  return story_of([] { return stop_service(ByteString("s")) ? 1 : 0; }, script);
 }
 
-const std::string opens = "+manager +s ";
-const std::string settles = opens + "query query Sleep(1000) ";
+const std::string settles = "+manager +s query query Sleep(1000) ";
 const std::string not_queried = "fails -s -manager Query the service 's' failed!\n";
 
 TEST(StopService, StopsAServiceThatHasSettledOrTellsWhichStepFailed) {
   const std::string stops = settles + "stop query Sleep(1000) ";
-  const std::string stopped = stops + "The service 's' stop successful!\n-s -manager 1";
-  const std::string came_back = settles + "stop query Sleep(3000) The service 's' stop failed!\n";
+  const std::string stopped = "The service 's' stop successful!\n-s -manager 1";
+  const std::string not_stopped = "The service 's' stop failed!\n-s -manager 1";
   const std::pair<ScriptedServices, std::string> rows[] = {
-      {{{kStopped}, 0}, settles + "The service 's' is stoped!\n-s -manager 1"},
-      {{{kRunning, kRunning, kStopped}, 0}, stopped},
-      {{{kRunning, kRunning, pending(0, 30000), kRunning}, 0}, came_back + "-s -manager 1"},
-      {{{kStopped}, 1}, "+manager fails Open the service manager failed!\n0"},
-      {{{kStopped}, 2}, opens + "fails -manager Open the service 's' failed!\n0"},
-      {{{kStopped}, 3}, opens + "query " + not_queried + "0"},
-      {{{kStopped}, 4}, opens + "query query " + not_queried + "0"},
-      {{{pending(0, 0)}, 5}, settles + "Sleep(1000) query " + not_queried + "0"},
-      {{{kRunning}, 5}, settles + "stop fails -s -manager The service 's' stop failed0"},
-      {{{kPaused}, 5}, settles + "stop fails -s -manager The service 's' stop failed!\n0"},
-      {{{kRunning}, 6}, settles + "stop query " + not_queried + "0"},
+      {{{kStopped}}, settles + "The service 's' is stoped!\n-s -manager 1"},
+      {{{kRunning, kRunning, kStopped}}, stops + stopped},
+      {{{kPaused, kPaused, kStopped}}, stops + stopped},
+      {{{kRunning, kRunning, pending(0, 0), kPaused}}, stops + not_stopped},
+      {{{kPaused, kPaused, pending(0, 30000), kRunning}},
+       settles + "stop query Sleep(3000) " + not_stopped},
+      {{{kStopped}, "+manager 1"}, "+manager fails Open the service manager failed!\n0"},
+      {{{kStopped}, "+s 1"}, "+manager +s fails -manager Open the service 's' failed!\n0"},
+      {{{kStopped}, "query 1"}, "+manager +s query " + not_queried + "0"},
+      {{{kStopped}, "query 2"}, "+manager +s query query " + not_queried + "0"},
+      {{{pending(0, 0)}, "query 3"}, settles + "Sleep(1000) query " + not_queried + "0"},
+      {{{kRunning}, "stop 1"}, settles + "stop fails -s -manager The service 's' stop failed0"},
+      {{{kPaused}, "stop 1"}, settles + "stop fails -s -manager The service 's' stop failed!\n0"},
+      {{{kRunning}, "query 3"}, settles + "stop query " + not_queried + "0"},
   };
   for (const auto& [script, story] : rows) EXPECT_EQ(story_of_stop(script), story);
 }
@@ -145,26 +182,30 @@ TEST(StopService, WaitsByTheFirstHintAndTimesOutByTheLatest) {
       {{pending(5, 0), pending(4, 0), pending(5, 1999)}, twice + timeout},
   };
   for (const auto& [statuses, waits] : rows)
-    EXPECT_EQ(story_of_stop({statuses}), opens + "query query " + waits);
+    EXPECT_EQ(story_of_stop({statuses}), "+manager +s query query " + waits);
+  for (const DWORD state : {0U, 2U, 3U, 5U, 6U, 8U})
+    EXPECT_EQ(story_of_stop({{{state}}}), "+manager +s query query " + twice + timeout) << state;
 }
 
-// The story of the stop, whatever that comes to, and without its result; then that of the row.
+// Whatever its stop comes to; the wait before the removal begins anew.
 TEST(Program, UninstallDeletesTheServiceOnceItHasSettled) {
-  const std::string deletes = opens + "query Sleep(1000) delete ";
+  const std::string stopped = settles + "The service 's' is stoped!\n-s -manager ";
+  const std::string refused = settles + "stop fails -s -manager The service 's' stop failed";
+  const std::string deletes = "+manager +s query Sleep(1000) delete ";
   const std::pair<ScriptedServices, std::string> rows[] = {
-      {{{kRunning, kRunning, kRunning}}, deletes + "-s -manager 0"},
-      {{{kRunning}, 5}, deletes + "-s -manager 0"},
-      {{{kStopped}, 5}, "+manager fails Open the service manager failed!\n-1"},
-      {{{kStopped}, 6}, opens + "fails -manager Open the service 's' failed!\n-1"},
-      {{{kStopped}, 7}, opens + "query " + not_queried + "-1"},
-      {{{kStopped}, 8}, deletes + "fails -s -manager Delete the service 's' failed!\n-1"},
+      {{{pending(0, 20000), kStopped}},
+       "+manager +s query query Sleep(2000) The service 's' is stoped!\n-s -manager " + deletes +
+           "-s -manager 0"},
+      {{{kRunning}, "stop 1"}, refused + deletes + "-s -manager 0"},
+      {{{kStopped}, "+manager 2"}, stopped + "+manager fails Open the service manager failed!\n-1"},
+      {{{kStopped}, "+s 2"},
+       stopped + "+manager +s fails -manager Open the service 's' failed!\n-1"},
+      {{{kStopped}, "query 3"}, stopped + "+manager +s query " + not_queried + "-1"},
+      {{{kStopped}, "delete 1"},
+       stopped + deletes + "fails -s -manager Delete the service 's' failed!\n-1"},
   };
-  for (const auto& [script, story] : rows) {
-    std::string expected = story_of_stop(script);
-    expected.pop_back();
-    expected += story;
-    EXPECT_EQ(story_of_program(script, {"svcinst", "-u", "--name", "x", "-n", "\"s\""}), expected);
-  }
+  for (const auto& [script, story] : rows)
+    EXPECT_EQ(story_of_program({"svcinst", "-u", "--name", "x", "-n", "\"s\""}, script), story);
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <sstream>
@@ -33,24 +35,29 @@ TEST_F(LogTest, EightThreadsSplitAndLoseNoRecordWhileTheFileIsOpenedAgain) {
   EXPECT_EQ(record_counter, 8 * 3000U);
 }
 
-TEST_F(LogTest, ASinkThatFailsLosesItsRecordsToNoOther) {
-  const CapturedStdout console;
-  set_flush(true);
-  set_log2file("/dev/full", 9);
-  EXPECT_EQ(log_info("x"), 20);
-  set_log2file("", 0);  // from here on the console would be next
-  const Peer peer(SOCK_STREAM);
-  set_log2tcp("127.0.0.1", peer.port);
-  close(peer.accept_one());
-  for (int i = 0; i < 2; ++i) EXPECT_EQ(log_info("x"), 20);  // the peer refuses the first one
-  set_log2udp("127.0.0.1", peer.port);                       // where no datagram socket is
-  for (int i = 0; i < 2; ++i) EXPECT_EQ(log_info("x"), 20);
-  EXPECT_EQ(console.bytes(), "");
+void limit(auto resource, const rlimit& limits) {
+  setrlimit(resource, &limits);
 }
 
-void limit_descriptors(rlim_t number) {
-  const rlimit limit{number, 4096};
-  setrlimit(RLIMIT_NOFILE, &limit);
+TEST_F(LogTest, ASinkThatFailsLosesItsRecordsToNoOther) {
+  const Peer peer(SOCK_STREAM);
+  set_flush(true);
+  const std::string printed = printed_by([&] {
+    set_log2file("/dev/full", 9);
+    EXPECT_EQ(log_info("x"), 20);
+    open_file("log");
+    limit(RLIMIT_FSIZE, {30, RLIM_INFINITY});
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(log_info("x"), 20);
+    limit(RLIMIT_FSIZE, {RLIM_INFINITY, RLIM_INFINITY});
+    set_log2file("", 0);  // from here on the console would be next
+    set_log2tcp("127.0.0.1", peer.port);
+    close(peer.accept_one());
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(log_info("x"), 20);  // the peer refuses the first one
+    set_log2udp("127.0.0.1", peer.port);                       // where no datagram socket is
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(log_info("x"), 20);
+  });
+  EXPECT_EQ(printed, "");
+  EXPECT_EQ(std::signal(SIGPIPE, SIG_IGN), SIG_IGN) << "as standard output may be such a pipe";
 }
 
 TEST_F(LogTest, SetsItsSocketsOptionsOrReportsThem) {
@@ -67,34 +74,47 @@ TEST_F(LogTest, SetsItsSocketsOptionsOrReportsThem) {
   for (const char* word : {"reuseaddr", "rcvbuf", "sndbuf", "keepalive",  // of TCP, of UDP
                            "reuseaddr", "broacast", "rcvbuf", "sndbuf"})
     reports += "setsockopt " + std::string(word) + " with error info Bad file descriptor!\n";
-  const CapturedStdout console;
-  limit_descriptors(0);
-  for (const auto set_peer : {set_log2tcp, set_log2udp}) set_peer("127.0.0.1", peer.port);
-  limit_descriptors(4096);
-  EXPECT_EQ(console.bytes(), reports);
+  const std::string printed = printed_by([&] {
+    limit(RLIMIT_NOFILE, {0, 4096});
+    for (const auto set_peer : {set_log2tcp, set_log2udp}) set_peer("127.0.0.1", peer.port);
+    limit(RLIMIT_NOFILE, {4096, 4096});
+  });
+  EXPECT_EQ(printed, reports);
 }
 
 TEST_F(LogTest, AttemptsToConnectEndWithinASecondAndMayBeRepeated) {
-  limit_descriptors(4096);
+  limit(RLIMIT_NOFILE, {4096, 4096});
   while (dup(STDIN_FILENO) < 1024) continue;  // sockets may have any number
   const Peer udp(SOCK_DGRAM);
   const Peer busy(SOCK_STREAM);
-  const SOCKET next = TestSocket(dup(0)).handle;
+  const SOCKET next = dup(STDIN_FILENO);
+  close(next);
   set_log2tcp("127.0.0.1", udp.port);  // where nobody listens
-  set_log2udp("255.255.255.255", 9);
-  EXPECT_EQ(log_settings.tcp_socket + log_settings.udp_socket, -2);
-  set_log2tcp("127.0.0.1", busy.port);
-  const TestSocket first(std::exchange(log_settings.tcp_socket, kNoSocket));
-  EXPECT_EQ(first.handle, next) << "what failed is closed";
-  EXPECT_EQ(fcntl(first.handle, F_GETFL) & O_NONBLOCK, 0) << "sends wait";
-  const auto start = std::chrono::steady_clock::now();
-  set_log2tcp("127.0.0.1", busy.port);  // takes no second one before it has accepted the first
-  const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-  EXPECT_TRUE(seconds.count() > 0.9 && seconds.count() < 1.9) << seconds.count();
   EXPECT_EQ(log_settings.tcp_socket, kNoSocket);
-  const TestSocket accepted(busy.accept_one());
+  set_log2udp("255.255.255.255", 9);
+  EXPECT_EQ(log_settings.udp_socket, kNoSocket);
+  set_log2tcp("127.0.0.1", busy.port);
+  const SOCKET first = std::exchange(log_settings.tcp_socket, kNoSocket);
+  EXPECT_EQ(first, next) << "what failed is closed";
+  EXPECT_EQ(fcntl(first, F_GETFL) & O_NONBLOCK, 0) << "sends wait";
+  set_log2file("/dev/null", 9);
+  std::atomic<bool> connecting = true;
+  int written = 0;
+  const auto start = std::chrono::steady_clock::now();
+  std::jthread attempt([&] {  // the peer takes no second one before it has accepted the first
+    set_log2tcp("127.0.0.1", busy.port);
+    connecting = false;
+  });
+  while (connecting) written += log_info("");
+  const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+  EXPECT_TRUE(seconds.count() > 0.9 && seconds.count() < 9) << seconds.count();
+  EXPECT_GT(written, 1000) << "no log call waits for it";
+  EXPECT_EQ(log_settings.tcp_socket, kNoSocket);
+  close(busy.accept_one());
   set_log2tcp("127.0.0.1", busy.port);
   EXPECT_NE(log_settings.tcp_socket, kNoSocket);
+  errno = EAGAIN;  // UDP finds no free port
+  EXPECT_NE(WSAGetLastError(), WSAEWOULDBLOCK);
 }
 
 TEST_F(LogTest, SignalsTearNoRecordOnItsWayToASlowPeer) {
@@ -104,10 +124,10 @@ TEST_F(LogTest, SignalsTearNoRecordOnItsWayToASlowPeer) {
   sigaction(SIGUSR1, &handled, nullptr);
   const Peer peer(SOCK_STREAM);
   set_log2tcp("127.0.0.1", peer.port);
-  const TestSocket connection(peer.accept_one());
+  const SOCKET connection = peer.accept_one();
   std::uint64_t received = 0;
   std::jthread reader([&, writer = pthread_self()] {
-    for (std::string bytes; !(bytes = connection.receive()).empty(); received += bytes.size())
+    for (std::string bytes; !(bytes = receive(connection)).empty(); received += bytes.size())
       pthread_kill(writer, SIGUSR1);
   });
   set_max(kSize);

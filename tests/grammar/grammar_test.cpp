@@ -1,10 +1,9 @@
-// What docs/grammar-notation.md does not show: bytes, limits, and reports.
-#include <gtest/gtest.h>
-
+// What docs/grammar-notation.md does not show: bytes, limits, reports, and what the tool doesn't
+// call.
+#include "grammar/find_text.h"
 #include "grammar/matcher.h"
-#include "grammar/reader.h"
-#include "tests/grammar/tree_text.h"
-#include "tests/support/capture.h"
+#include "grammar/reading_steps.h"
+#include "tests/support/examples.h"
 
 namespace svcinst {
 namespace {
@@ -20,58 +19,112 @@ TEST(Read, ARuleNestedTooDeepIsTheOnlyOneThatCantBeRead) {
     }
   }
   EXPECT_EQ(error.depth, 0U);
-  EXPECT_EQ(error.code, ReadCode::blank_ends) << "behind the rules, where it looks last";
 }
 
-MatchNodePtr match_whole(const Grammar& grammar, TextView input) {
+TEST(Read, BlankTextIsWhitespaceAndComments) {
+  ReadError error;
+  const TextView text = "(*1*)\t\n\v\f\r /*2*///3\nx";
+  const GrammarNodePtr blank = read_blank({text.data(), text.size()}, error);
+  EXPECT_EQ(text_of(*blank), text.substr(0, text.size() - 1));
+  EXPECT_EQ(text_of(second_child(*blank)), "\t");
+  EXPECT_EQ(text_of(*read_comment({text.data(), text.size()}, error)), "(*1*)");
+  EXPECT_EQ(read_blank({text.end() - 1, 1}, error), nullptr);
+}
+
+TEST(FindText, FindsShortAndLongTextsWithinItsBounds) {
+  for (const std::uint64_t length : {256U, 257U}) {
+    const std::string needle = std::string(length - 1, 'a') + 'b';
+    const std::string text = "b" + std::string(400, 'a') + needle + needle;
+    const std::uint64_t last = text.size() - 1;
+    EXPECT_EQ(find_text(text.data(), 0, last, needle.data(), length), 401U);
+    EXPECT_EQ(find_text(text.data(), 402, last, needle.data(), length), 401 + length);
+    EXPECT_EQ(find_text(text.data(), 402, last - 1, needle.data(), length), std::nullopt);
+  }
+}
+
+TEST(NodeType, HasTheNamesThatReportsShow) {
+  EXPECT_STREQ(node_type_name(NodeType::syntax), "syntax");
+  EXPECT_STREQ(node_type_name(NodeType::repeat_at_least_once), "repeat >= 1");
+}
+
+// The start of `input` that the grammar matches, or where it fails.
+std::string outcome(Grammar& grammar, TextView input) {
   const std::uint64_t remaining = input.size();
   furthest_failure = nullptr;
-  return match(grammar.start_rule, input.data(), remaining, *grammar.rules);
+  grammar.result = match(grammar.start_rule, input.data(), remaining, *grammar.rules);
+  if (grammar.result) return "matches `" + std::string(text_of(*grammar.result)) + "`";
+  if (furthest_failure == nullptr) return "fails";
+  return "fails at " + std::to_string(furthest_failure - input.data());
 }
 
-TEST(Grammar, ResolvesNamesToTheLaterOfTwoRulesAndReportsOthers) {
-  std::string text = "a = b, {r1022}; b = r1023; b = [r1024 | no rule];";
-  for (int i = 3; i <= 1024; ++i) text += "r" + std::to_string(i) + " = 'x';";
-  const CapturedStdout captured;
-  const Grammar grammar{TextView(text)};
-  EXPECT_EQ(tree_text(first_child(*grammar.root)), "rule(#0 concatenation(#2 repeat(#1022)))");
-  EXPECT_EQ(captured.bytes(),
-            "unkown identifier r1024\nunkown identifier no rule\nunkown identifier r1024\n");
-  EXPECT_EQ(tree_text(*match_whole(grammar, "x"), grammar), "...(b() r1022('x'))");
-  EXPECT_EQ(match_whole(Grammar(TextView("broken")), "x"), nullptr);
+std::string outcome(TextView text, TextView input) {
+  Grammar grammar(text);
+  return outcome(grammar, input);
+}
+
+std::string matched(const std::string& grammar, const std::string& input) {
+  return outcome(text_of(grammar), text_of(input));
+}
+
+// Terminals as their text in quotes, other nodes as name(children) with the name of the rule, or
+// "..." where there is none.
+std::string tree_text(const MatchNode& node, const Grammar& grammar) {
+  if (node.type == kTerminalType) return "'" + std::string(text_of(node)) + "'";
+  std::string children;
+  for (const MatchNode* child : children_of(node)) children += " " + tree_text(*child, grammar);
+  if (!children.empty()) children.erase(0, 1);
+  TextView name = "...";
+  for (std::uint16_t number = 0; const auto& rule : grammar.root->children)
+    if (node.type == rule_result_type(number++)) name = text_of(first_child(*rule));
+  return std::string(name) + "(" + children + ")";
+}
+
+std::string result_tree(const std::string& grammar_cell, const std::string& input_cell) {
+  const std::string text = text_of(grammar_cell);
+  const std::string input = text_of(input_cell);
+  Grammar grammar{TextView(text)};
+  outcome(grammar, input);
+  return tree_text(*grammar.result, grammar);
+}
+
+TEST(Match, DoesWhatThePageShows) {
+  check_examples("grammar-notation.md", "grammar", matched);
+  check_examples("grammar-notation.md", "result", result_tree);
+}
+
+TEST(Grammar, ReportsNamesWithoutARuleAndThoseOfRulesBeyondTheLast) {
+  std::string text = "s = no rule | r1024 | 'a', r1023;";
+  for (int i = 1; i <= 1024; ++i) text += "r" + std::to_string(i) + " = 'x';";
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(outcome(text, "ax"), "matches `ax`"); }),
+            "unkown identifier no rule\nunkown identifier r1024\nunkown identifier r1024\n");
+  EXPECT_EQ(outcome("broken", "x"), "fails");
 }
 
 TEST(Match, TestsTerminalsByBytesOrCharacters) {
-  constexpr int kFails = -1;
-  constexpr int kNone = -1;
   const struct {
-    TextView terminal, input;
-    int length, furthest_failure;
+    TextView terminal, input, outcome;
   } rows[] = {
-      {"`\200\377bdfh`", "\377", 1, kNone},  // ascending as signed bytes
-      {"'a'~'\200'", "\377", 1, kNone},      // above every byte
-      {"'\200'~'\377'", "\220", kFails, 0},
-      {"2097151~2097151", "\367\277\277\277", 4, kNone},
-      {"0~4294967295", "\342\202\303", kFails, 0},
-      {"0~4294967295", "\370\200\200\200\200", kFails, 0},
-      {".", "\342\202", 1, kNone},
-      {"!'x'", "", kFails, 0},
-      {"!!'x'", "x", 1, 0},
-      {"[s | s], {s}, 'x' | 'x'", "x", kFails, kNone},  // refers to itself first
+      {"`\200\377bdfh`", "\377", "matches `\377`"},  // ascending as signed bytes
+      {"'a'~'\200'", "\377", "matches `\377`"},      // above every byte
+      {"'\200'~'\377'", "\220", "fails at 0"},
+      {"2097151~2097151", "\367\277\277\277", "matches `\367\277\277\277`"},
+      {"0~4294967295", "\342\202\303", "fails at 0"},
+      {"0~4294967295", "\370\200\200\200\200", "fails at 0"},
+      {".", "\342\202", "matches `\342`"},
+      {"!'x'", "", "fails at 0"},
+      {"!!'x'", "x", "matches `x`"},
+      {"[s | s], {s}, 'x' | 'x'", "x", "fails"},  // refers to itself first
   };
   for (const auto& row : rows) {
     const std::string text = "s = " + std::string(row.terminal) + ";";
-    const MatchNodePtr result = match_whole(Grammar{TextView(text)}, row.input);
-    EXPECT_EQ(result ? static_cast<int>(result->length) : kFails, row.length) << text;
-    const auto failure = furthest_failure != nullptr ? furthest_failure - row.input.data() : kNone;
-    EXPECT_EQ(failure, row.furthest_failure) << text;
+    EXPECT_EQ(outcome(text, row.input), row.outcome) << text;
   }
 }
 
 TEST(Match, FailsWholeWhenItNestsTooDeep) {
-  const Grammar grammar(TextView("s = 'x', s | !'x';"));
-  EXPECT_NE(match_whole(grammar, std::string(1998, 'x') + "y"), nullptr);
-  EXPECT_EQ(match_whole(grammar, std::string(1999, 'x') + "y"), nullptr);
+  const std::string text = std::string(1999, 'x') + "y";
+  EXPECT_EQ(outcome("s = 'x', s | !'x';", text), "fails at 1999");
+  EXPECT_EQ(outcome("s = 'x', s | !'x';", text.substr(1)), "matches `" + text.substr(1) + "`");
 }
 
 }  // namespace

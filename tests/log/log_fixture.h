@@ -2,8 +2,6 @@
 // and time.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "log/log.h"
@@ -16,28 +14,12 @@ namespace svcinst {
 inline const LogSettings defaults = log_settings;  // before main, in a static initialiser
 inline const std::string info_tag = "\033[36;40minfo\033[0m] ";
 
-/// A socket that gives up waiting; not on Windows, whose time-out is no TIMEVAL.
-struct TestSocket {
-  explicit TestSocket(SOCKET owned) : handle(owned) {
-    const TIMEVAL limit{0, 999'999};
-    setsockopt(handle, SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<const char*>(&limit),
-               sizeof limit);
-  }
-  TestSocket& operator=(TestSocket&&) = delete;  // nor any copy
-  ~TestSocket() { closesocket(handle); }
-  /// Waits for a datagram, or for some bytes of a stream; empty at its end.
-  [[nodiscard]] std::string receive() const {
-    char bytes[1000];
-    const auto length = recv(handle, bytes, sizeof bytes, 0);
-    return {bytes, static_cast<std::size_t>(std::max<decltype(length)>(length, 0))};
-  }
-
-  SOCKET handle;
-};
-
 /// Has a port of this machine. A stream socket takes one connection that is not accepted yet.
-struct Peer : TestSocket {
-  explicit Peer(int type) : TestSocket(socket(AF_INET, type, 0)) {
+struct Peer {
+  SOCKET handle;
+  std::uint16_t port;
+
+  explicit Peer(int type) : handle(socket(AF_INET, type, 0)) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = inet_addr("127.0.0.1");
@@ -49,9 +31,14 @@ struct Peer : TestSocket {
     listen(handle, 0);  // without effect on a datagram socket
   }
   [[nodiscard]] SOCKET accept_one() const { return accept(handle, nullptr, nullptr); }
-
-  std::uint16_t port;
 };
+
+/// Waits for a datagram, or for some bytes of a stream; empty at its end.
+inline std::string receive(SOCKET socket) {
+  char bytes[1000];
+  const auto length = recv(socket, bytes, sizeof bytes, 0);
+  return {bytes, static_cast<std::size_t>(std::max<decltype(length)>(length, 0))};
+}
 
 struct LogTest : ::testing::Test {
   LogTest() {

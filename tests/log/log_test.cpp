@@ -1,9 +1,37 @@
 // What stands in a record, which calls make one, and where it goes.
+#include <map>
+
+#include "format/format_text.h"
 #include "tests/log/log_fixture.h"
-#include "tests/support/scripted_clock.h"
+#include "tests/support/examples.h"
+#include "tests/support/scripted_platform.h"
 
 namespace svcinst {
 namespace {
+
+// The record of a call with the message "hello", while what the setters switch on is on.
+std::string record(const std::string& call, const std::string& setters) {
+  const std::map<std::string, int (*)(const char*, ...)> calls{{"log_info", log_info},
+                                                               {"log_note", log_note},
+                                                               {"log_warn", log_warn},
+                                                               {"log_error", log_error},
+                                                               {"log_fatal", log_fatal}};
+  const std::map<std::string, void (*)(bool)> switches{
+      {"set_cpu", set_cpu}, {"set_thread", set_thread}, {"set_count", set_count}};
+  log_settings = defaults;
+  scripted_clock = {.nanoseconds = 1'234'567'890'000};
+  last_record_time_ns = 1'234'500'000'000;
+  record_counter = 7;
+  const std::string written = printed_by([&] {
+    for (const std::string& setter : texts_of(setters)) switches.at(setter)(true);
+    calls.at(text_of(call))("hello");
+  });
+  return replaced(written, "\033", "ESC");
+}
+
+TEST_F(LogTest, WritesTheRecordsThatThePageShows) {
+  check_examples("format-strings.md", "record", record);
+}
 
 TEST_F(LogTest, HasRoomForTheLongestFields) {
   for (const auto switch_field : {set_time, set_cpu, set_thread, set_count}) switch_field(true);
@@ -42,37 +70,44 @@ TEST_F(LogTest, FormatsUpToTheMostBytesOfAMessage) {
 }
 
 TEST_F(LogTest, WritesNothingAndOpensNoSinkWhileItIsOff) {
+  const Peer peer(SOCK_STREAM);
   open_file("log");
   EXPECT_EQ(set_enable(false), 0);
   EXPECT_EQ(log_it("x") + log_fatal("x"), 0);
   open_file("other");
-  for (const auto set_peer : {set_log2tcp, set_log2udp}) set_peer("127.0.0.1", 9);
+  for (const auto set_peer : {set_log2tcp, set_log2udp}) set_peer("127.0.0.1", peer.port);
   set_log2cmd(UINT64_MAX);
+  EXPECT_EQ(log_settings.tcp_socket, kNoSocket);
   EXPECT_EQ(log_settings.udp_socket, kNoSocket);
   // Callers that were compiled elsewhere may pass any byte. The cast in between prevents a warning.
-  reinterpret_cast<int (*)(int)>(reinterpret_cast<void (*)()>(set_enable))(2);
+  const int length = reinterpret_cast<int (*)(int)>(reinterpret_cast<void (*)()>(set_enable))(2);
   set_log2file("", 0);
-  const std::string line = file_bytes(folder.path("log"));
-  EXPECT_TRUE(line.starts_with("set_enable_log(enable_log@0x")) << line;
-  EXPECT_TRUE(line.ends_with(") with f = 'T', pid = 4711\n")) << line;
+  char line[200];
+  EXPECT_EQ(length, format_into(line,
+                                "set_enable_log(enable_log@0x%p, std_handle@0x%p)"
+                                " with f = 'T', pid = 4711\n",
+                                &log_settings.enable_log, &log_settings.std_handle));
+  EXPECT_EQ(file_bytes(folder.path("log")), std::string(line, static_cast<std::size_t>(length)));
 }
 
 TEST_F(LogTest, BuffersTheOwnConsoleAndMovesToAnotherAndToNone) {
-  const CapturedStdout console;
-  std::setvbuf(stdout, nullptr, _IONBF, 0);
-  set_log2cmd(0);
-  log_it("one, ");
-  EXPECT_EQ(console.bytes(), "one, ");  // from here on, the C library fills the buffer
-  log_it("two, ");
-  EXPECT_EQ(console.bytes(false), "one, ");
-  set_log2cmd(0x5'0000'0007);  // the lower half is a process id
-  set_flush(true);
-  set_auto_endline(true);
-  EXPECT_EQ(log_it("three"), 5);
-  EXPECT_EQ(console.bytes(false), "one, two, FreeConsole() AttachConsole(7) three\n");
-  set_log2cmd(UINT64_MAX);
-  EXPECT_EQ(log_it("lost"), 4);
-  EXPECT_TRUE(console.bytes().ends_with("three\n"));
+  const std::string text = std::string(4000, '.') + "\n|";
+  set_max(5000);
+  const std::string printed = printed_by([&] {
+    set_log2cmd(0);
+    log_it("%s", text.c_str());
+    EXPECT_EQ(TextView(stdout_buffer, text.size()), text);
+    set_log2cmd(0x5'0000'0007);  // the lower half is a process id
+    set_flush(true);
+    set_auto_endline(true);
+    EXPECT_EQ(log_it("three"), 5);
+    set_flush(false);
+    log_it("four");
+    EXPECT_TRUE(TextView(stdout_buffer).starts_with("four\n")) << "the rest was flushed";
+    set_log2cmd(UINT64_MAX);
+    EXPECT_EQ(log_it("lost"), 4);
+  });
+  EXPECT_EQ(printed, text + "FreeConsole() AttachConsole(7) three\nfour\n");
 }
 
 TEST_F(LogTest, AppendsToAFileWhoseNameHasUpTo255Bytes) {
@@ -91,26 +126,30 @@ TEST_F(LogTest, AppendsToAFileWhoseNameHasUpTo255Bytes) {
 }
 
 TEST_F(LogTest, DeliversRecordsToTheFirstOpenSinkAndRawTextToNoPeer) {
-  const CapturedStdout console;
   const Peer tcp(SOCK_STREAM);
   const Peer udp(SOCK_DGRAM);
-  open_file("no/such/folder");
-  log_info("to the console");
+  const std::string start = "[" + info_tag;
+  const std::string printed = printed_by([&] {
+    open_file("log");
+    log_info("to the file");
+    open_file("no/such/folder");
+    log_info("to the console");
+  });
+  EXPECT_EQ(printed, start + "to the console");
   open_file("log");
-  log_info("to the file");
   set_log2tcp("127.0.0.1", tcp.port);
-  const TestSocket connection(tcp.accept_one());
+  const SOCKET connection = tcp.accept_one();
   log_info("to TCP");
   set_log2udp("127.0.0.1", udp.port);
   set_log2udp("127.0.0.1", tcp.port);  // changes nothing any more
   log_info("to UDP");
+  log_info("again");
   log_it(", raw");
   set_log2file("", 0);
-  const std::string start = "[" + info_tag;
-  EXPECT_EQ(console.bytes(), start + "to the console");
   EXPECT_EQ(file_bytes(folder.path("log")), start + "to the file, raw");
-  EXPECT_EQ(connection.receive(), start + "to TCP");
-  EXPECT_EQ(udp.receive(), start + "to UDP");
+  EXPECT_EQ(receive(connection), start + "to TCP");
+  EXPECT_EQ(receive(udp.handle), start + "to UDP");
+  EXPECT_EQ(receive(udp.handle), start + "again");
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
-// The service database, as the program, its files and sqlite3 show it. No time passes.
+// The service database, as the program, its files and sqlite3 show it. Only locks take time.
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
 
+#include "app/service_handle.h"
 #include "tests/support/story.h"
 
 namespace svcinst {
@@ -15,6 +17,10 @@ struct Database : testing::Test {
   void shell(const std::string& line) const {
     EXPECT_EQ(std::system(("f='" + path + "'; " + line).c_str()), 0) << line;
   }
+  // Columns of the only service.
+  void expect(const std::string& columns, const std::string& values) const {
+    shell("test \"$(sqlite3 $f 'SELECT " + columns + " FROM services')\" = '" + values + "'");
+  }
 
   TempDirectory folder;
   std::string path = folder.path("services.db");
@@ -24,14 +30,11 @@ std::string install(const char* name, const char* display_name) {
   return story_of_program({"svcinst", "-i", "-b=x", "-n", name, "-d", display_name});
 }
 
-std::string uninstall(const char* name) {
-  return story_of_program({"svcinst", "-u", "-n", name});
-}
-
-TEST_F(Database, LeavesAFileThatIsNotItsOwnAsItIs) {
+TEST_F(Database, LeavesAFileThatIsNotItsOwnOrHasTwoNamesAsItIs) {
   for (const char* line :
        {"rm $f; sqlite3 $f 'CREATE TABLE services(name)'", "sqlite3 $f 'CREATE TABLE other(x)'",
-        "yes | head -c 1 >$f", "yes | dd of=$f bs=1 seek=4096 count=99 conv=notrunc 2>/dev/null"}) {
+        "yes | head -c 1 >$f", "yes | dd of=$f bs=1 seek=4096 count=99 conv=notrunc 2>/dev/null",
+        "ln $f $f.2"}) {
     std::filesystem::remove(path);
     EXPECT_EQ(install("a", "b"), "0");
     shell(line);
@@ -41,37 +44,86 @@ TEST_F(Database, LeavesAFileThatIsNotItsOwnAsItIs) {
   }
 }
 
-TEST_F(Database, FindsNamesInWhateverCase) {
+TEST_F(Database, StoresWhatAServiceIsTold) {
+  const std::string story =
+      story_of_program({"svcinst", "-i", "-n=a", "-b=C:\\x", "-d=b", "--dep=c", "--desc=d"});
+  EXPECT_EQ(story, "0");
+  expect("name, display_name, binary_path, quote(dependencies), description, account",
+         "a|b|C:\\x|X'\\''630000'\\''|d|LocalSystem");
+  expect("service_type, start_type, error_control, current_state, win32_exit_code",
+         "16|2|1|1|1077");
+}
+
+TEST_F(Database, TellsEachFieldOfAStatusAndStopsWhatRunsOrIsPaused) {
+  install("a", "b");
+  shell(
+      "sqlite3 $f 'UPDATE services SET service_type = 10, current_state = 11,"
+      " controls_accepted = 12, win32_exit_code = 13, service_specific_exit_code = 14,"
+      " checkpoint = 15, wait_hint = 16, process_id = 17, service_flags = 18'");
+  const ServiceHandle manager(OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS));
+  const ServiceHandle service(OpenServiceA(manager.get(), "A", SERVICE_ALL_ACCESS));
+  DWORD fields[9] = {};
+  DWORD needed = 0;
+  auto* const status = reinterpret_cast<LPBYTE>(fields);
+  QueryServiceStatusEx(service.get(), SC_STATUS_PROCESS_INFO, status, sizeof fields, &needed);
+  for (DWORD i = 0; i < 9; ++i) EXPECT_EQ(fields[i], 10 + i);
+  for (const DWORD state : {1U, 2U, 3U, 4U, 5U, 6U, 7U}) {
+    shell("sqlite3 $f 'UPDATE services SET current_state = " + std::to_string(state) + "'");
+    const BOOL stops = state == SERVICE_RUNNING || state == SERVICE_PAUSED ? TRUE : FALSE;
+    auto* const answer = reinterpret_cast<LPSERVICE_STATUS>(status);
+    EXPECT_EQ(ControlService(service.get(), SERVICE_CONTROL_STOP, answer), stops) << state;
+  }
+  expect("current_state, checkpoint, wait_hint, process_id", "1|0|0|0");
+}
+
+TEST_F(Database, RefusesNamesThatAreTakenInWhateverCaseOrNotAllowed) {
+  const std::string most(256, 'n');
   EXPECT_EQ(install("Name", "Display"), "0");
-  EXPECT_EQ(install("NAME", "other"), "Open the service 'NAME' failed!\n-1");
-  EXPECT_EQ(install("other", "DISPLAY"), "Open the service 'other' failed!\n-1");
-  EXPECT_EQ(install("a/b", "c"), "Open the service 'a/b' failed!\n-1");
-  shell("sqlite3 $f 'UPDATE services SET current_state = 4'");
-  EXPECT_EQ(uninstall("nAME"),
-            "Sleep(1000) Sleep(1000) The service 'nAME' stop successful!\nSleep(1000) 0");
+  EXPECT_EQ(install(most.c_str(), "a/b"), "0");
+  const std::pair<std::string, std::string> rows[] = {
+      {"NAME", "new"}, {"new", "DISPLAY"}, {"display", "new"},  {"new", "name"},     {"", "new"},
+      {"a/b", "new"},  {"a\\b", "new"},    {most + "n", "new"}, {"new", most + "n"},
+  };
+  for (const auto& [name, display_name] : rows)
+    EXPECT_EQ(install(name.c_str(), display_name.c_str()),
+              "Open the service '" + name + "' failed!\n-1");
+  EXPECT_EQ(story_of_program({"svcinst", "-u", "-n=nAME"}),
+            "Sleep(1000) The service 'nAME' is stoped!\nSleep(1000) 0");
+  EXPECT_EQ(install("Name", "Display"), "0") << "it is gone";
+}
+
+TEST_F(Database, WaitsForAnotherProgramsLock) {
+  install("a", "b");
+  shell(
+      "sqlite3 $f 'BEGIN EXCLUSIVE' \".shell touch $f.locked; sleep 1\" 'COMMIT' &"
+      "until [ -e $f.locked ]; do sleep 0.01; done");
+  EXPECT_EQ(install("c", "d"), "0");
 }
 
 // Root has a place of its own when no database is chosen.
 TEST_F(Database, LiesWhereTheUserWantsIt) {
   const struct {
-    std::string database, state_home, file;
-  } rows[] = {{"a/b.db", "", "a/b.db"},
-              {":memory:", "", ":memory:"},
-              {"", folder.path("state"), "state/svcinst/services.db"},
-              {"", "relative", "home/.local/state/svcinst/services.db"}};
+    std::string database, state_home, home, file;
+  } rows[] = {{"a/b.db", "", "", "a/b.db"},
+              {":memory:", "", "", ":memory:"},
+              {"", folder.path("state"), "", "state/svcinst/services.db"},
+              {"", "relative", folder.path("home"), "home/.local/state/svcinst/services.db"},
+              {"", "", "relative", ""}};
   std::filesystem::permissions(folder.path(""), std::filesystem::perms::all);
   std::filesystem::current_path(folder.path(""));
   const uid_t user = geteuid();
   EXPECT_EQ(seteuid(user == 0 ? 12345 : user), 0);
+  umask(0);
   for (const auto& row : rows) {
     setenv("SVCINST_DATABASE", row.database.c_str(), 1);
     setenv("XDG_STATE_HOME", row.state_home.c_str(), 1);
-    setenv("HOME", folder.path("home").c_str(), 1);
-    EXPECT_EQ(install("a", "b"), "0") << row.file;
-    EXPECT_NE(file_bytes(folder.path(row.file)), "") << row.file;
+    setenv("HOME", row.home.c_str(), 1);
+    EXPECT_EQ(install("a", "b"), row.file.empty() ? "Open the service manager failed!\n-1" : "0");
+    EXPECT_EQ(file_bytes(folder.path(row.file)).empty(), row.file.empty()) << row.file;
   }
   EXPECT_EQ(seteuid(user), 0);
   std::filesystem::current_path("/");
+  shell("test \"$(stat -c %a ${f%/*}/a ${f%/*}/home/.local)\" = '755\n755'");
 }
 
 }  // namespace

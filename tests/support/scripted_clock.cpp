@@ -1,7 +1,7 @@
-#include "tests/support/scripted_clock.h"
-
 #include <cstdio>
 #include <utility>
+
+#include "tests/support/scripted_platform.h"
 
 using svcinst::scripted_clock;
 

@@ -1,23 +1,23 @@
-#include "tests/support/scripted_services.h"
-
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <string>
+
+#include "tests/support/scripted_platform.h"
 
 using namespace svcinst;
 
 namespace {
 
 // Prints a call, which succeeds where it is the right one and the script allows it.
-bool call(const std::string& text, bool is_right) {
-  const bool succeeds = ++scripted_services.calls != scripted_services.failing_call && is_right;
-  std::printf("%s%s ", text.c_str(), succeeds ? "" : " fails");
+bool call(const std::string& name, bool is_right, const std::string& arguments = "") {
+  const std::string numbered = name + " " + std::to_string(++scripted_services.calls[name]);
+  const bool succeeds = is_right && numbered != scripted_services.failing_call;
+  std::printf("%s%s%s ", name.c_str(), arguments.c_str(), succeeds ? "" : " fails");
   return succeeds;
 }
 
-SC_HANDLE open(const char* name) {
-  return reinterpret_cast<SC_HANDLE>(new std::string(name));
+SC_HANDLE open(bool succeeds, const char* name) {
+  return succeeds ? reinterpret_cast<SC_HANDLE>(new std::string(name)) : nullptr;
 }
 
 std::string* name_of(SC_HANDLE handle) {
@@ -34,10 +34,10 @@ std::string quoted(const char* text) {
 
 // A dependency list; read up to its last NUL and no further.
 std::string quoted_list(const char* names) {
-  if (names == nullptr) return "null";
   std::string shown;
-  for (; *names != '\0'; names += std::strlen(names) + 1) shown += std::string(names) + "\\0";
-  return '"' + shown + "\\0\"";
+  for (const char* at = names; at != nullptr && *at != '\0'; at += std::strlen(at) + 1)
+    shown += std::string(at) + "\\0";
+  return names == nullptr ? "null" : '"' + shown + "\\0\"";
 }
 
 // The next status of the script.
@@ -51,13 +51,13 @@ SERVICE_STATUS report() {
 
 SC_HANDLE OpenSCManagerA(LPCSTR machine, LPCSTR database, DWORD access) {
   const bool is_right = machine == nullptr && database == nullptr && access == 0xF003F;
-  return call("+manager", is_right) ? open("manager") : nullptr;
+  return open(call("+manager", is_right), "manager");
 }
 
 SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD access) {
-  const std::string rights = access == 2 ? "(to configure)" : "";
   const bool is_right = *name_of(manager) == "manager" && (access == 0xF01FF || access == 2);
-  return call('+' + std::string(name) + rights, is_right) ? open(name) : nullptr;
+  const char* const rights = access == 2 ? "(to configure)" : "";
+  return open(call('+' + std::string(name), is_right, rights), name);
 }
 
 SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DWORD access,
@@ -68,14 +68,15 @@ SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR display_name, DW
                         service_type == 0x10 && start_type == 2 && error_control == 1 &&
                         group == nullptr && tag_id == nullptr && account == nullptr &&
                         password == nullptr;
-  const std::string text = "create(" + quoted(name) + ", " + quoted(display_name) + ", " +
-                           quoted(binary_path) + ", " + quoted_list(dependencies) + ")";
-  return call(text, is_right) ? open(name) : nullptr;
+  const std::string arguments = "(" + quoted(name) + ", " + quoted(display_name) + ", " +
+                                quoted(binary_path) + ", " + quoted_list(dependencies) + ")";
+  return open(call("create", is_right, arguments), name);
 }
 
 BOOL ChangeServiceConfig2A(SC_HANDLE service, DWORD level, LPVOID info) {
   const char* const text = static_cast<const SERVICE_DESCRIPTIONA*>(info)->lpDescription;
-  return call("describe(" + quoted(text) + ")", is_service(service) && level == 1) ? TRUE : FALSE;
+  const bool is_right = is_service(service) && level == 1;
+  return call("describe", is_right, "(" + quoted(text) + ")") ? TRUE : FALSE;
 }
 
 BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE level, LPBYTE buffer, DWORD size,
