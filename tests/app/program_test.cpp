@@ -9,8 +9,7 @@
 #include "tests/support/examples.h"
 #include "tests/support/story.h"
 
-namespace svcinst {
-namespace {
+using namespace svcinst;
 
 constexpr ScriptedStatus kStopped{SERVICE_STOPPED};
 constexpr ScriptedStatus kRunning{SERVICE_RUNNING};
@@ -207,6 +206,3 @@ TEST(Program, UninstallDeletesTheServiceOnceItHasSettled) {
   for (const auto& [script, story] : rows)
     EXPECT_EQ(story_of_program({"svcinst", "-u", "--name", "x", "-n", "\"s\""}, script), story);
 }
-
-}  // namespace
-}  // namespace svcinst

@@ -12,8 +12,7 @@
 
 #include "tests/log/log_fixture.h"
 
-namespace svcinst {
-namespace {
+using namespace svcinst;
 
 TEST_F(LogTest, EightThreadsSplitAndLoseNoRecordWhileTheFileIsOpenedAgain) {
   set_flush(true);
@@ -136,6 +135,3 @@ TEST_F(LogTest, SignalsTearNoRecordOnItsWayToASlowPeer) {
   reader.join();
   EXPECT_EQ(received, 19U + kSize);
 }
-
-}  // namespace
-}  // namespace svcinst

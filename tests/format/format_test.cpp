@@ -9,9 +9,7 @@
 #include "format/number_text.h"
 #include "tests/support/examples.h"
 
-namespace svcinst {
-namespace {
-
+using namespace svcinst;
 using namespace std::string_literals;
 
 constexpr std::uint8_t kShowCodes = 1;
@@ -137,6 +135,3 @@ TEST(NumberText, DoublesAreWhatTheCLibraryWrites) {
     ASSERT_EQ(view(double_to_text(value)), expected);
   }
 }
-
-}  // namespace
-}  // namespace svcinst

@@ -5,8 +5,7 @@
 #include "grammar/reading_steps.h"
 #include "tests/support/examples.h"
 
-namespace svcinst {
-namespace {
+using namespace svcinst;
 
 TEST(Read, ARuleNestedTooDeepIsTheOnlyOneThatCantBeRead) {
   ReadError error;
@@ -126,6 +125,3 @@ TEST(Match, FailsWholeWhenItNestsTooDeep) {
   EXPECT_EQ(outcome("s = 'x', s | !'x';", text), "fails at 1999");
   EXPECT_EQ(outcome("s = 'x', s | !'x';", text.substr(1)), "matches `" + text.substr(1) + "`");
 }
-
-}  // namespace
-}  // namespace svcinst

@@ -6,8 +6,7 @@
 #include "tests/support/examples.h"
 #include "tests/support/scripted_platform.h"
 
-namespace svcinst {
-namespace {
+using namespace svcinst;
 
 // The record of a call with the message "hello", while what the setters switch on is on.
 std::string record(const std::string& call, const std::string& setters) {
@@ -151,6 +150,3 @@ TEST_F(LogTest, DeliversRecordsToTheFirstOpenSinkAndRawTextToNoPeer) {
   EXPECT_EQ(receive(udp.handle), start + "to UDP");
   EXPECT_EQ(receive(udp.handle), start + "again");
 }
-
-}  // namespace
-}  // namespace svcinst
