@@ -4,7 +4,7 @@
  *     set_log2file("agent.log", 9);
  *     log_info("%s has %u clients\n", "agent", 3);
  *
- * The executable exports these twenty functions under these names. On Windows only code inside it
+ * The executable exports these functions under these names. On Windows only code inside it
  * can link its import library; a program of its own that does so crashes at its first call.
  *
  * A format follows this system's own rules, which are not printf's: see docs/format-strings.md. It
