@@ -69,12 +69,9 @@ TEST(Program, ShowsTheHelpWithoutACommandOrWithoutItsOptions) {
 TEST(Help, HasEachNameOnceAnd32BytesForTheNames) {
   OptionRegistry registry("tool");
   const std::string printed = printed_by([&registry] {
-    const std::pair<const char*, const char*> names[] = {{"a", "word"},
-                                                         {"b", "word"},
-                                                         {"a", "other"},
-                                                         {"", "a-word-of-more-than-28-letters"},
-                                                         {"c", ""}};
-    for (const auto& [letter, word] : names)
+    for (const auto& [letter, word] :
+         {std::pair("a", "word"), std::pair("b", "word"), std::pair("a", "other"),
+          std::pair("", "a-word-of-more-than-28-letters"), std::pair("c", "")})
       add_option(registry, {ByteString(letter), ByteString(word), ByteString("text")});
   });
   EXPECT_EQ(printed, "exists same long name.\nexists same short name.\n");

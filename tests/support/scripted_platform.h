@@ -1,5 +1,5 @@
 // What tests link in the platform's place: a clock, a process and a Service Control Manager that
-// play a script. Only Sleep moves the time. Every call prints itself, and a blank:
+// play a script. Only Sleep moves the tick count. Every call prints itself, and a blank:
 //   Sleep(1000)   FreeConsole()   AttachConsole(7)
 //   +manager   +svc   create("svc", "Display", "C:\x.exe", "Tcpip\0\0")   describe("text")
 //   query   stop   delete   -svc   -manager
@@ -21,8 +21,7 @@ namespace svcinst {
 
 /// What the calls answer. The process's id is 4711.
 struct ScriptedClock {
-  std::int64_t nanoseconds = 0;       // for monotonic_nanoseconds
-  std::int64_t nanoseconds_read = 0;  // how far each reading of `nanoseconds` moves it afterwards
+  std::int64_t nanoseconds = 0;  // for monotonic_nanoseconds; each reading adds one
   SYSTEMTIME local_time = {2024, 5, 1, 6, 7, 8, 9, 10};  // 6 May, 07:08:09.010; nothing moves it
   DWORD thread_id = 0x1A2C;
   DWORD tick_count = 0;  // milliseconds; begins again at 0 after 2^32
