@@ -1,28 +1,26 @@
-// The built program on the real Service Control Manager, run as an install script runs it.
+// The built program on the real Service Control Manager, run as an install script runs it. A story
+// is what a line of the script printed, without the records' time and level, and its exit code.
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cstdio>
 #include <future>
-#include <regex>
 #include <vector>
 
 #include "tests/support/capture.h"
 
-namespace svcinst {
-namespace {
+using namespace svcinst;
 
-struct Result {
-  int exit_code;
-  std::string output;
-};
-
-// Runs a line of an install script.
-Result run_line(const std::string& line) {
-  std::FILE* const shell = _popen(('"' + line + '"').c_str(), "rb");
-  std::string output;
-  for (int c = std::fgetc(shell); c != EOF; c = std::fgetc(shell)) output += static_cast<char>(c);
-  return {_pclose(shell), output};
+std::string story_of(const std::string& line) {
+  std::FILE* const shell = _popen(('"' + line + '"').c_str(), "r");
+  std::string story;
+  for (int c = std::fgetc(shell); c != EOF; c = std::fgetc(shell)) {
+    story += static_cast<char>(c);
+    if (!story.ends_with("\033[0m] ")) continue;
+    story.erase(story.size() - 18);  // the level's tag
+    story.erase(story.rfind("[20"), 25);
+  }
+  return story + std::to_string(_pclose(shell));
 }
 
 // "path|display name|description|dependency|type start error account", as the registry has them;
@@ -43,34 +41,41 @@ std::string registration(const std::string& name) {
          number("ErrorControl") + ' ' + text("ObjectName");
 }
 
-// What was printed, without the records' times and tags.
-std::string told(const std::string& output) {
-  static const std::regex not_told("\\[20.*\033\\[0m\\] |\r");
-  return std::regex_replace(output, not_told, "");
+// Ends the service's process and removes the service, if it is still there.
+void remove_service(const std::string& name) {
+  const SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CONNECT);
+  const SC_HANDLE service = OpenServiceA(manager, name.c_str(), SERVICE_ALL_ACCESS);
+  SERVICE_STATUS_PROCESS status{};
+  DWORD needed = 0;
+  QueryServiceStatusEx(service, SC_STATUS_PROCESS_INFO, reinterpret_cast<LPBYTE>(&status),
+                       sizeof status, &needed);
+  DeleteService(service);
+  CloseServiceHandle(service);
+  CloseServiceHandle(manager);
+  if (status.dwProcessId != 0)
+    TerminateProcess(OpenProcess(PROCESS_TERMINATE, FALSE, status.dwProcessId), 1);
 }
 
-class EndToEnd : public testing::Test {
- protected:
+struct EndToEnd : testing::Test {
   EndToEnd() {
     std::filesystem::create_directory(folder);
     std::filesystem::copy("svcinst.exe", folder + "/svcinst.exe");
     std::filesystem::copy("end_to_end_service.exe", folder + "/svcinst-service.exe");
   }
-
-  void expect(const std::string& options, const std::string& messages, int exit_code) const {
-    const Result result = run_line('"' + folder + "/svcinst.exe\" " + options);
-    EXPECT_EQ(told(result.output), messages) << options;
-    EXPECT_EQ(result.exit_code, exit_code) << options;
+  ~EndToEnd() override {
+    for (const std::string& service : made) remove_service("svcinst-" + service);
   }
-
+  [[nodiscard]] std::string story_of_tool(const std::string& options) const {
+    return story_of('"' + folder + "/svcinst.exe\" " + options);
+  }
   // Of the service "svcinst-NAME", its path without the folder that all of them are in.
   [[nodiscard]] std::string registered(const std::string& name) const {
-    std::string text = registration("svcinst-" + name);
-    return text.starts_with(folder) ? text.substr(folder.size()) : text;
+    return replaced(registration("svcinst-" + name), folder, "");
   }
 
   TempDirectory directory;
   std::string folder = directory.path("a & b^c");
+  std::vector<std::string> made;  // nothing else is touched
 };
 
 TEST_F(EndToEnd, ServicesComeAndGo) {
@@ -87,38 +92,34 @@ TEST_F(EndToEnd, ServicesComeAndGo) {
       {"long", "-i -n svcinst-long -b x -d L --desc " + text + "cut", R"(\x|L|)" + text + "|"},
       {"d\xe9mon", "-i -n svcinst-d\xe9mon -b C:x.exe -d \xe9 --desc *", "\\C:x.exe|\xe9|*|"}};
   for (const auto& [service, options, registered_as] : installs) {
-    expect(options, "", 0);
+    ASSERT_EQ(story_of_tool(options), "0") << options;
+    made.push_back(service);
     EXPECT_EQ(registered(service), registered_as + "|16 2 1 LocalSystem") << options;
   }
+  ASSERT_EQ(registered("missing"), "");
 
-  for (const char* start : {"net start svcinst-running", "net start svcinst-hung"}) run_line(start);
+  for (const char* start : {"net start svcinst-running", "net start svcinst-hung"}) story_of(start);
   const std::string timeout = "Timeout waiting for the service 'svcinst-hung' to stop!\n";
   const std::string missing = "Open the service 'svcinst-missing' failed!\n";
-  const struct {
-    std::string service, messages;
-    int exit_code;
-  } uninstalls[] = {{"missing", missing + missing, -1},
-                    {"STOPPED", "The service 'svcinst-STOPPED' is stoped!\n", 0},
-                    {"running", "The service 'svcinst-running' stop successful!\n", 0},
-                    {"hung", timeout + timeout, -1},
-                    {"d\xe9mon", "The service 'svcinst-d\xe9mon' is stoped!\n", 0}};
+  const std::pair<std::string, std::string> uninstalls[] = {
+      {"missing", missing + missing + "-1"},
+      {"STOPPED", "The service 'svcinst-STOPPED' is stoped!\n0"},
+      {"running", "The service 'svcinst-running' stop successful!\n0"},
+      {"hung", timeout + timeout + "-1"},
+      {"d\xe9mon", "The service 'svcinst-d\xe9mon' is stoped!\n0"}};
   std::vector<std::future<void>> side_by_side;  // the tool waits for seconds
-  for (const auto& row : uninstalls) {
-    side_by_side.push_back(std::async(std::launch::async, [this, &row] {
-      expect("--uninstall --name svcinst-" + row.service, row.messages, row.exit_code);
-      EXPECT_EQ(registered(row.service).empty(), row.service != "hung") << row.service;
+  for (const auto& [service, story] : uninstalls) {
+    side_by_side.push_back(std::async(std::launch::async, [&, this] {
+      EXPECT_EQ(story_of_tool("--uninstall --name svcinst-" + service), story);
+      EXPECT_EQ(registered(service).empty(), service != "hung") << service;
     }));
   }
 }
 
 TEST(Plugin, SharesTheLoggerEvenBeforeTheProgramStartsUp) {
   for (const std::string plugin : {"example_plugin", "early_plugin"}) {
-    const Result result = run_line("preload.exe lib" + plugin + ".dll svcinst.exe");
-    EXPECT_TRUE(told(result.output).starts_with("hello from the plug-in\ninstall/uninstall"));
-    EXPECT_NE(result.output.find("|   1|"), std::string::npos) << result.output;
-    EXPECT_EQ(result.exit_code, -1) << plugin;
+    const std::string story = story_of("preload.exe lib" + plugin + ".dll svcinst.exe");
+    EXPECT_TRUE(story.starts_with("   0|hello from the plug-in\n   1|install/uninstall")) << story;
+    EXPECT_TRUE(story.ends_with("\n\n-1")) << story;
   }
 }
-
-}  // namespace
-}  // namespace svcinst

@@ -1,4 +1,4 @@
-// windows_preload DLL COMMAND: runs the command, the DLL being loaded and its threads running
+// preload DLL COMMAND: runs the command, the DLL being loaded and its threads running
 // before its program starts up. Ends with the command's exit code.
 #include <windows.h>
 

@@ -1,31 +1,42 @@
 @echo off
-rem Runs the test programs in this folder, or those that are named (run-tests.bat log_test), from an
-rem administrator's prompt. Says for each whether it passed; what a failed one said stays in NAME.log.
-rem Ends with 0, or with 1 when one failed. Services that they made are gone afterwards.
-setlocal
+rem Runs the tests in this folder, or those that are named (run-tests.bat log_test), from an administrator's
+rem prompt: see README.md. Says for each whether it passed; what a failed one said stays in NAME.log. Ends with
+rem 0, or with 1 when one failed or nothing was run.
+setlocal EnableExtensions DisableDelayedExpansion
+set ERRORLEVEL=
 cd /d "%~dp0"
 if not "%CD%"=="%CD: =%" echo Please take a folder whose name has no blank.& exit /b 1
-sc query hello >nul 2>&1
-if not errorlevel 1 echo There is a service "hello", a name that the tests need.& exit /b 1
-mkdir temp 2>nul
-set "TMP=%CD%\temp"
-set "SVCINST_DOCS=%CD%\docs"
+rem Only an administrator may run fltmc. (9009: there is none, as under wine.)
+fltmc >nul 2>&1
+if %ERRORLEVEL% NEQ 0 if %ERRORLEVEL% NEQ 9009 echo This is no administrator's prompt.& exit /b 1
+
+set tests=checks_test.bat end_to_end_test.exe format_test.exe grammar_test.exe install_test.bat log_test.exe
+set refused=
+for %%f in (%tests% svcinst.exe end_to_end_service.exe preload.exe smashed_stack.exe libearly_plugin.dll libexample_plugin.dll) do if not exist %%f call :refuse "%%f is missing. Has an antivirus taken it?"
+if exist run-tests.tmp call :refuse "There is a folder run-tests.tmp. If a run that was cut off has left it: rd /s run-tests.tmp"
+for %%s in (hello svcinst-stopped svcinst-running svcinst-hung svcinst-long) do call :expect_none %%s
+if defined refused exit /b 1
+mkdir run-tests.tmp
+set "TMP=%CD%\run-tests.tmp"
 set passed=0
 set failed=0
-
-set tests=%*
-if not defined tests set tests=*_test.exe *_test.bat
+if not "%~1"=="" set tests=%*
 for %%t in (%tests%) do call :run %%~t
-
-taskkill /f /im svcinst-service.exe >nul 2>&1
-for /f "tokens=5 delims=\" %%s in ('reg query HKLM\System\CurrentControlSet\Services ^| find "svcinst-"') do sc delete "%%s" >nul
-sc stop hello >nul 2>&1
-sc delete hello >nul 2>&1
-rd /s /q temp 2>nul
-
+rd /s /q run-tests.tmp
 echo %passed% passed, %failed% failed
 if %failed% EQU 0 if %passed% GTR 0 exit /b 0
 exit /b 1
+
+:expect_none
+sc query %1 >nul 2>&1
+if errorlevel 1 exit /b
+call :refuse "There is a service %1, a name that the tests need. If a run that was cut off has left it: sc delete %1"
+exit /b
+
+:refuse
+echo %~1
+set refused=1
+exit /b
 
 :run
 call %1 >%1.log 2>&1
