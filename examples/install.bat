@@ -1,32 +1,38 @@
 @echo off
 rem install.bat install registers the service "hello", whose program hello.exe lies in this folder, and
-rem starts it; remove stops it and removes it, if it is there; upgrade removes it and installs it again.
-rem Needs svcinst.exe in this folder and an administrator's prompt. Ends with 0, or with 1 and a message;
-rem where only the start fails, the service stays registered.
-setlocal
-
-for %%c in (install remove upgrade) do if /i "%~1"=="%%c" if "%~2"=="" goto check
+rem starts it; remove stops it and removes it, if it is there; upgrade removes it, moves hello.new over
+rem hello.exe, if it is there, and installs it again. Needs svcinst.exe in this folder and an administrator's
+rem prompt. Asks nothing. Ends with 0, or with 1 and a message: an upgrade may be repeated then; where only the
+rem start fails, the service stays registered.
+setlocal EnableExtensions DisableDelayedExpansion
+set ERRORLEVEL=
+for %%c in (install remove upgrade) do if /i "%~1"=="%%c" if "%~2"=="" goto start
 echo usage: install.bat install, install.bat remove or install.bat upgrade
 exit /b 1
 
-:check
+:start
+set "folder=%~dp0"
+rem What the current folder holds under the name of one of Windows' programs would run in its place.
+cd /d "%SystemRoot%\System32"
 rem Only an administrator may run fltmc. (9009: there is none, as under wine.)
 fltmc >nul 2>&1
-if %ERRORLEVEL% EQU 0 goto elevated
-if %ERRORLEVEL% EQU 9009 goto elevated
+if %ERRORLEVEL% NEQ 0 if %ERRORLEVEL% NEQ 9009 goto not_elevated
+if /i "%~1"=="remove" goto remove
+if not "%folder%"=="%folder: =%" goto blank
+if /i "%~1"=="upgrade" goto remove
+sc query hello >nul 2>&1
+if errorlevel 1 goto install
+echo install.bat: there is a service "hello" already: upgrade replaces it.
+exit /b 1
+
+:not_elevated
 echo install.bat: this is no administrator's prompt.
 exit /b 1
 
-:elevated
-set "folder=%~dp0"
-if /i "%~1"=="remove" goto remove
-if "%folder%"=="%folder: =%" goto no_blank
+:blank
 echo install.bat: the name of this folder has a blank: "%folder%"
 echo The service's path is registered without quotes, and Windows could start another program.
 exit /b 1
-
-:no_blank
-if /i "%~1"=="install" goto install
 
 :remove
 sc query hello >nul 2>&1
@@ -53,6 +59,8 @@ echo There is no service "hello".
 
 :removed
 if /i "%~1"=="remove" exit /b 0
+if exist "%folder%hello.new" move /y "%folder%hello.new" "%folder%hello.exe" >nul
+if exist "%folder%hello.new" goto failed
 
 rem The tool is started by its full path: "hello.exe" is then looked for in the tool's folder.
 :install

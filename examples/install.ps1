@@ -1,7 +1,8 @@
 # install.ps1 install registers the service "hello", whose program hello.exe lies in this folder, and starts
-# it; remove stops it and removes it, if it is there; upgrade removes it and installs it again. Needs
-# svcinst.exe in this folder and an administrator's prompt. Ends with 0, or with 1 and a message; where only
-# the start fails, the service stays registered. Reads like install.bat; not tried.
+# it; remove stops it and removes it, if it is there; upgrade removes it, moves hello.new over hello.exe, if it
+# is there, and installs it again. Needs svcinst.exe in this folder and an administrator's prompt. Asks nothing.
+# Ends with 0, or with 1 and a message: an upgrade may be repeated then; where only the start fails, the service
+# stays registered. Reads like install.bat; not tried.
 $folder = $PSScriptRoot
 $tool = Join-Path $folder 'svcinst.exe'
 
@@ -18,9 +19,14 @@ $user = [Security.Principal.WindowsPrincipal][Security.Principal.WindowsIdentity
 if (-not $user.IsInRole([Security.Principal.WindowsBuiltInRole]::Administrator)) {
     Stop-Script "this is no administrator's prompt."
 }
+# Without it $LASTEXITCODE would be that of another program.
+if (-not (Test-Path -LiteralPath $tool)) { Stop-Script "there is no '$tool'." }
 # The service's path is registered without quotes, and Windows could start another program.
 if ($args[0] -ne 'remove' -and $folder.Contains(' ')) {
     Stop-Script "the name of this folder has a blank: '$folder'"
+}
+if ($args[0] -eq 'install' -and (Get-Service hello -ErrorAction SilentlyContinue)) {
+    Stop-Script 'there is a service "hello" already: upgrade replaces it.'
 }
 
 if ($args[0] -ne 'install') {
@@ -39,6 +45,11 @@ if ($args[0] -ne 'install') {
     }
 }
 if ($args[0] -eq 'remove') { exit 0 }
+$new = Join-Path $folder 'hello.new'
+if ($args[0] -eq 'upgrade' -and (Test-Path -LiteralPath $new)) {
+    Move-Item -LiteralPath $new -Destination (Join-Path $folder 'hello.exe') -Force
+    if (-not $?) { Stop-Script 'failed: see the message above.' }
+}
 
 # The tool is started by its full path: "hello.exe" is then looked for in the tool's folder.
 & $tool --install --name hello --disname 'Hello service' --binpath hello.exe `

@@ -1,39 +1,51 @@
 @echo off
-rem Runs examples\install.bat as an administrator might, from folders with a blank and without. Each line says
-rem from where, with which word, what it has to end with and a part of what it has to say.
-setlocal
+rem Runs examples\install.bat as an administrator might, from folders with a blank and without, where programs
+rem lie under the names of Windows' own. Each line says from where, with which word, what it has to end with
+rem and a part of what it has to say.
+setlocal DisableDelayedExpansion
 set failed=0
-for %%d in ("a&b^c" "a b" no_program no_administrator) do (
+set "run=cmd /v:on /c"
+if exist install_test.tmp exit /b 1
+mkdir install_test.tmp
+cd install_test.tmp
+for %%d in ("a&b^c!d" "a b" no_program) do (
   mkdir %%d
-  copy svcinst.exe %%d >nul
-  copy examples\install.bat %%d >nul
+  copy ..\svcinst.exe %%d >nul
+  copy ..\examples\install.bat %%d >nul
+  for %%p in (fltmc net ping sc) do echo @exit /b 7 >%%d\%%p.bat
 )
-for %%d in ("a&b^c" "a b") do copy end_to_end_service.exe %%d\hello.exe >nul
-rem Stands before the system's own in the search, and fails as that does without the rights.
-copy svcinst.exe no_administrator\fltmc.exe >nul
+for %%d in ("a&b^c!d" "a b") do copy ..\end_to_end_service.exe %%d\hello.exe >nul
+rem Fails as Windows' own does without the rights.
+mkdir no_administrator\System32
+copy ..\svcinst.exe no_administrator\System32\fltmc.exe >nul
 
-call :expect "a&b^c" ""               1 "usage: "
-call :expect "a&b^c" "/?"             1 "usage: "
-call :expect "a&b^c" "uninstall"      1 "usage: "
-call :expect "a&b^c" "remove"         0 "There is no service"
-call :expect "a&b^c" "INSTALL"        0 "started successfully"
-call :expect "a&b^c" "install"        1 "install.bat failed"
-call :expect "a b"   "upgrade"        1 "has a blank"
-call :expect "a&b^c" "Upgrade"        0 "started successfully"
-call :expect "no_administrator" "remove" 1 "no administrator"
-call :expect "a b"   "REMOVE"         0 "stop successful"
-call :expect "a b"   "install"        1 "has a blank"
-call :expect "no_program" "install"   1 "install.bat failed"
-call :expect "no_program" "remove"    0 "is stoped"
-call :expect "a&b^c" "remove"         0 "There is no service"
+call :expect "a&b^c!d" ""               1 "usage: "
+call :expect "a&b^c!d" "/?"             1 "usage: "
+call :expect "a&b^c!d" "uninstall"      1 "usage: "
+call :expect "a&b^c!d" "remove"         0 "There is no service"
+call :expect "a&b^c!d" "INSTALL"        0 "started successfully"
+call :expect "a&b^c!d" "install"        1 "upgrade replaces it"
+call :expect "a b"     "upgrade"        1 "has a blank"
+copy ..\end_to_end_service.exe "a&b^c!d\hello.new" >nul
+call :expect "a&b^c!d" "Upgrade"        0 "started successfully"
+if exist "a&b^c!d\hello.new" set failed=1
+call :expect "a b"     "REMOVE"         0 "stop successful"
+call :expect "a b"     "install"        1 "has a blank"
+call :expect no_program "install"       1 "install.bat failed"
+call :expect no_program "remove"        0 "is stoped"
+call :expect "a&b^c!d" "upgrade"        0 "There is no service"
+call :expect "a&b^c!d" "remove"         0 "stop successful"
+set "SystemRoot=%CD%\no_administrator"
+set run=call
+call :expect "a b" "remove" 1 "no administrator"
 
-for %%d in ("a&b^c" "a b" no_program no_administrator) do rd /s /q %%d
-del said
+cd ..
+rd /s /q install_test.tmp
 exit /b %failed%
 
 :expect
 pushd %1
-call install.bat %~2 >..\said 2>&1
+%run% install.bat %~2 >..\said 2>&1
 set code=%ERRORLEVEL%
 popd
 if not %code% EQU %3 goto wrong
