@@ -2,11 +2,6 @@
 # nothing else. They are linked in even where the executable calls none of them.
 set(SVCINST_LOG_EXPORTS "${PROJECT_SOURCE_DIR}/log/exports.txt")
 
-# CMake compiles libraries for use in shared ones, too, where a call within a file could lead elsewhere.
-if(NOT WIN32)
-  target_compile_options(svcinst_options INTERFACE -fno-semantic-interposition)
-endif()
-
 function(svcinst_export_log target)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${SVCINST_LOG_EXPORTS}")
   file(STRINGS "${SVCINST_LOG_EXPORTS}" names)
