@@ -1,10 +1,13 @@
-# What every target of this project is compiled with.
+# What this project's own files are compiled with. As errors only where the presets say so: a compiler that
+# we haven't seen may warn of more.
+add_compile_options(
+  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wcast-align -Wformat=2 -Wnull-dereference
+  -Wundef "$<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast;-Wnon-virtual-dtor;-Woverloaded-virtual>")
+
+# What whoever links a library of ours needs as well.
 add_library(svcinst_options INTERFACE)
 target_include_directories(svcinst_options INTERFACE "${PROJECT_SOURCE_DIR}")
-target_compile_options(svcinst_options INTERFACE
-  -Werror -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wcast-align -Wformat=2
-  -Wnull-dereference -Wundef
-  $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>)
+target_compile_features(svcinst_options INTERFACE cxx_std_20)
 
 # svcinst_library(NAME sources...): the library of one folder.
 function(svcinst_library name)

@@ -9,10 +9,7 @@ add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
 
 # The runtime library counts a text's bytes one by one, behind a call through a pointer: formatting takes
 # two thirds of the time when the compiler writes its own code for it.
-if(CMAKE_BUILD_TYPE STREQUAL "Release")
-  target_compile_options(svcinst_options INTERFACE
-    -ffunction-sections -fdata-sections -minline-all-stringops)
-endif()
+add_compile_options("$<$<CONFIG:Release>:-ffunction-sections;-fdata-sections;-minline-all-stringops>")
 
 # svcinst_windows_program(TARGET): what only the shipped executable gets: its resources and the
 # import library for plug-ins.
