@@ -9,8 +9,6 @@
 
 #include "tests/support/capture.h"
 
-using namespace svcinst;
-
 std::string story_of(const std::string& line) {
   std::FILE* const shell = _popen(('"' + line + '"').c_str(), "r");
   std::string story;
@@ -48,9 +46,10 @@ struct EndToEnd : testing::Test {
     std::filesystem::copy("end_to_end_service.exe", folder + "/svcinst-service.exe");
   }
   ~EndToEnd() override {
-    for (const std::string& service : made)
-      story_of("taskkill /f /fi \"services eq svcinst-" + service + "\" & sc delete svcinst-" +
-               service);
+    for (const std::string& service : made) {
+      story_of("sc delete svcinst-" + service);
+      for (int i = 0; i < 300 && !registered(service).empty(); ++i) Sleep(100);  // milliseconds
+    }
   }
   [[nodiscard]] std::string story_of_tool(const std::string& options) const {
     return story_of('"' + folder + "/svcinst.exe\" " + options);
