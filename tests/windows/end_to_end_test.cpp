@@ -62,9 +62,7 @@ struct EndToEnd : testing::Test {
 
 TEST_F(EndToEnd, ServicesComeAndGo) {
   const std::string text(1023, 'x');
-  const struct {
-    std::string service, options, registered;
-  } installs[] = {
+  const std::string installs[][3] = {
       {"stopped",
        R"(--install --name svcinst-stopped --disname "A B" --binpath "C:\a b\x.exe" --dep RpcSs)",
        R"(C:\a b\x.exe|A B||RpcSs)"},

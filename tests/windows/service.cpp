@@ -1,5 +1,4 @@
-// A Windows service. One called "svcinst-hung" isn't done with a stop when its process ends, after
-// twenty seconds.
+// A Windows service. One called "svcinst-hung" takes no stop, and ends after twenty seconds.
 #include <windows.h>
 
 #include <string>
