@@ -12,8 +12,11 @@ using namespace svcinst;
 
 int requests_until_failure = 0;  // of memory; 0: none fails
 
-// NOLINTNEXTLINE(misc-new-delete-overloads): the sanitizer's delete frees by free, too.
-void* operator new(std::size_t size) {
+extern "C" const char* __asan_default_options() {  // NOLINT: the name is the sanitizer's
+  return "alloc_dealloc_mismatch=0";
+}
+
+void* operator new(std::size_t size) {  // NOLINT: its delete frees by free, too
   if (requests_until_failure > 0 && --requests_until_failure == 0) throw std::bad_alloc();
   return std::malloc(size);
 }
