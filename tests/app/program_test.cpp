@@ -68,13 +68,12 @@ TEST(Program, ShowsTheHelpWithoutACommandOrWithoutItsOptions) {
 
 TEST(Help, HasEachNameOnceAnd32BytesForTheNames) {
   OptionRegistry registry("tool");
-  const std::string printed = printed_by([&registry] {
-    for (const auto& [letter, word] :
-         {std::pair("a", "word"), std::pair("b", "word"), std::pair("a", "other"),
-          std::pair("", "a-word-of-more-than-28-letters"), std::pair("c", "")})
-      add_option(registry, {ByteString(letter), ByteString(word), ByteString("text")});
-  });
-  EXPECT_EQ(printed, "exists same long name.\nexists same short name.\n");
+  CaptureStdout();
+  for (const auto& [letter, word] :
+       {std::pair("a", "word"), std::pair("b", "word"), std::pair("a", "other"),
+        std::pair("", "a-word-of-more-than-28-letters"), std::pair("c", "")})
+    add_option(registry, {ByteString(letter), ByteString(word), ByteString("text")});
+  EXPECT_EQ(GetCapturedStdout(), "exists same long name.\nexists same short name.\n");
   EXPECT_EQ(registry.count, 3U);
   EXPECT_EQ(view(build_help_text(registry)),
             "tool\n\n\n\n"
@@ -83,7 +82,7 @@ TEST(Help, HasEachNameOnceAnd32BytesForTheNames) {
             "  -c                            text\n");
 }
 
-// Each is run with "-i" in front.
+// Each is run with "--install" in front.
 TEST(Program, RegistersWhatItsOptionsSay) {
   const std::pair<std::vector<const char*>, std::string> rows[] = {
       {{"-u", "--name=a", "-nb", "-b=C:/x", "-dx"}, R"(create("b", "x", "C:/x", null) -b)"},
@@ -95,7 +94,7 @@ TEST(Program, RegistersWhatItsOptionsSay) {
       {{"-na", "-b", "é", "-d", "ü"}, R"(create("a", "ü", "D:\tools\é", null) -a)"},
   };
   for (const auto& [arguments, calls] : rows) {
-    std::vector<const char*> argv = {R"(D:\tools\svcinst.exe)", "-i"};
+    std::vector<const char*> argv = {R"(D:\tools\svcinst.exe)", "--install"};
     argv.insert(argv.end(), arguments.begin(), arguments.end());
     EXPECT_EQ(story_of_program(argv), "+manager " + calls + " -manager 0");
   }
@@ -201,5 +200,6 @@ TEST(Program, UninstallDeletesTheServiceOnceItHasSettled) {
        stopped + deletes + "fails -s -manager Delete the service 's' failed!\n-1"},
   };
   for (const auto& [script, story] : rows)
-    EXPECT_EQ(story_of_program({"svcinst", "-u", "--name", "x", "-n", "\"s\""}, script), story);
+    EXPECT_EQ(story_of_program({"svcinst", "--uninstall", "--name", "x", "-n", "\"s\""}, script),
+              story);
 }

@@ -41,21 +41,20 @@ void limit(auto resource, const rlimit& limits) {
 TEST_F(LogTest, ASinkThatFailsLosesItsRecordsToNoOther) {
   const Peer peer(SOCK_STREAM);
   set_flush(true);
-  const std::string printed = printed_by([&] {
-    set_log2file("/dev/full", 9);
-    EXPECT_EQ(log_info("x"), 20);
-    open_file("log");
-    limit(RLIMIT_FSIZE, {30, RLIM_INFINITY});
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(log_info("x"), 20);
-    limit(RLIMIT_FSIZE, {RLIM_INFINITY, RLIM_INFINITY});
-    set_log2file("", 0);  // from here on the console would be next
-    set_log2tcp("127.0.0.1", peer.port);
-    close(peer.accept_one());
-    for (int i = 0; i < 2; ++i) EXPECT_EQ(log_info("x"), 20);  // the peer refuses the first one
-    set_log2udp("127.0.0.1", peer.port);                       // where no datagram socket is
-    for (int i = 0; i < 2; ++i) EXPECT_EQ(log_info("x"), 20);
-  });
-  EXPECT_EQ(printed, "");
+  CaptureStdout();
+  set_log2file("/dev/full", 9);
+  EXPECT_EQ(log_info("x"), 20);
+  open_file("log");
+  limit(RLIMIT_FSIZE, {30, RLIM_INFINITY});
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(log_info("x"), 20);
+  limit(RLIMIT_FSIZE, {RLIM_INFINITY, RLIM_INFINITY});
+  set_log2file("", 0);  // from here on the console would be next
+  set_log2tcp("127.0.0.1", peer.port);
+  close(peer.accept_one());
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(log_info("x"), 20);  // the peer refuses the first one
+  set_log2udp("127.0.0.1", peer.port);                       // where no datagram socket is
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(log_info("x"), 20);
+  EXPECT_EQ(GetCapturedStdout(), "");
   EXPECT_EQ(std::signal(SIGPIPE, SIG_IGN), SIG_IGN) << "as standard output may be such a pipe";
 }
 
@@ -73,12 +72,11 @@ TEST_F(LogTest, SetsItsSocketsOptionsOrReportsThem) {
   for (const char* word : {"reuseaddr", "rcvbuf", "sndbuf", "keepalive",  // of TCP, of UDP
                            "reuseaddr", "broacast", "rcvbuf", "sndbuf"})
     reports += "setsockopt " + std::string(word) + " with error info Bad file descriptor!\n";
-  const std::string printed = printed_by([&] {
-    limit(RLIMIT_NOFILE, {0, 4096});
-    for (const auto set_peer : {set_log2tcp, set_log2udp}) set_peer("127.0.0.1", peer.port);
-    limit(RLIMIT_NOFILE, {4096, 4096});
-  });
-  EXPECT_EQ(printed, reports);
+  CaptureStdout();
+  limit(RLIMIT_NOFILE, {0, 4096});
+  for (const auto set_peer : {set_log2tcp, set_log2udp}) set_peer("127.0.0.1", peer.port);
+  limit(RLIMIT_NOFILE, {4096, 4096});
+  EXPECT_EQ(GetCapturedStdout(), reports);
 }
 
 TEST_F(LogTest, AttemptsToConnectEndWithinASecondAndMayBeRepeated) {

@@ -25,7 +25,7 @@ TEST(Read, BlankTextIsWhitespaceAndComments) {
   const TextView text = "(*1*)\t\n\v\f\r /*2*///3\nx";
   const GrammarNodePtr blank = read_blank({text.data(), text.size()}, error);
   EXPECT_EQ(text_of(*blank), text.substr(0, text.size() - 1));
-  EXPECT_EQ(text_of(second_child(*blank)), "\t");
+  EXPECT_EQ(second_child(*blank).type, NodeType::whitespace);
   EXPECT_EQ(text_of(*read_comment({text.data(), text.size()}, error)), "(*1*)");
   EXPECT_EQ(read_blank({text.end() - 1, 1}, error), nullptr);
 }
@@ -33,9 +33,9 @@ TEST(Read, BlankTextIsWhitespaceAndComments) {
 TEST(FindText, FindsShortAndLongTextsWithinItsBounds) {
   for (const std::uint64_t length : {256U, 257U}) {
     const std::string needle = std::string(length - 1, 'a') + 'b';
-    const std::string text = "b" + std::string(400, 'a') + needle + needle;
+    const std::string text = std::string(400, 'a') + "x" + needle + needle;
     const std::uint64_t last = text.size() - 1;
-    EXPECT_EQ(find_text(text.data(), 0, last, needle.data(), length), 401U);
+    EXPECT_EQ(find_text(text.data(), 1, last, needle.data(), length), 401U);
     EXPECT_EQ(find_text(text.data(), 402, last, needle.data(), length), 401 + length);
     EXPECT_EQ(find_text(text.data(), 402, last - 1, needle.data(), length), std::nullopt);
   }
@@ -94,7 +94,9 @@ TEST(Match, DoesWhatThePageShows) {
 TEST(Grammar, ReportsNamesWithoutARuleAndThoseOfRulesBeyondTheLast) {
   std::string text = "s = no rule | r1024 | 'a', r1023;";
   for (int i = 1; i <= 1024; ++i) text += "r" + std::to_string(i) + " = 'x';";
-  EXPECT_EQ(printed_by([&] { EXPECT_EQ(outcome(text, "ax"), "matches `ax`"); }),
+  CaptureStdout();
+  EXPECT_EQ(outcome(text, "ax"), "matches `ax`");
+  EXPECT_EQ(GetCapturedStdout(),
             "unkown identifier no rule\nunkown identifier r1024\nunkown identifier r1024\n");
   EXPECT_EQ(outcome("broken", "x"), "fails");
 }

@@ -21,11 +21,10 @@ std::string record(const std::string& call, const std::string& setters) {
   scripted_clock = {.nanoseconds = 1'234'567'890'000};
   last_record_time_ns = 1'234'500'000'000;
   record_counter = 7;
-  const std::string written = printed_by([&] {
-    for (const std::string& setter : texts_of(setters)) switches.at(setter)(true);
-    calls.at(text_of(call))("hello");
-  });
-  return replaced(written, "\033", "ESC");
+  for (const std::string& setter : texts_of(setters)) switches.at(setter)(true);
+  CaptureStdout();
+  calls.at(text_of(call))("hello");
+  return replaced(GetCapturedStdout(), "\033", "ESC");
 }
 
 TEST_F(LogTest, WritesTheRecordsThatThePageShows) {
@@ -92,21 +91,20 @@ TEST_F(LogTest, WritesNothingAndOpensNoSinkWhileItIsOff) {
 TEST_F(LogTest, BuffersTheOwnConsoleAndMovesToAnotherAndToNone) {
   const std::string text = std::string(4000, '.') + "\n|";
   set_max(5000);
-  const std::string printed = printed_by([&] {
-    set_log2cmd(0);
-    log_it("%s", text.c_str());
-    EXPECT_EQ(TextView(stdout_buffer, text.size()), text);
-    set_log2cmd(0x5'0000'0007);  // the lower half is a process id
-    set_flush(true);
-    set_auto_endline(true);
-    EXPECT_EQ(log_it("three"), 5);
-    set_flush(false);
-    log_it("four");
-    EXPECT_TRUE(TextView(stdout_buffer).starts_with("four\n")) << "the rest was flushed";
-    set_log2cmd(UINT64_MAX);
-    EXPECT_EQ(log_it("lost"), 4);
-  });
-  EXPECT_EQ(printed, text + "FreeConsole() AttachConsole(7) three\nfour\n");
+  CaptureStdout();
+  set_log2cmd(0);
+  log_it("%s", text.c_str());
+  EXPECT_EQ(TextView(stdout_buffer, text.size()), text);
+  set_log2cmd(0x5'0000'0007);  // the lower half is a process id
+  set_flush(true);
+  set_auto_endline(true);
+  EXPECT_EQ(log_it("three"), 5);
+  set_flush(false);
+  log_it("four");
+  EXPECT_TRUE(TextView(stdout_buffer).starts_with("four\n")) << "the rest was flushed";
+  set_log2cmd(UINT64_MAX);
+  EXPECT_EQ(log_it("lost"), 4);
+  EXPECT_EQ(GetCapturedStdout(), text + "FreeConsole() AttachConsole(7) three\nfour\n");
 }
 
 TEST_F(LogTest, AppendsToAFileWhoseNameHasUpTo255Bytes) {
@@ -128,13 +126,12 @@ TEST_F(LogTest, DeliversRecordsToTheFirstOpenSinkAndRawTextToNoPeer) {
   const Peer tcp(SOCK_STREAM);
   const Peer udp(SOCK_DGRAM);
   const std::string start = "[" + info_tag;
-  const std::string printed = printed_by([&] {
-    open_file("log");
-    log_info("to the file");
-    open_file("no/such/folder");
-    log_info("to the console");
-  });
-  EXPECT_EQ(printed, start + "to the console");
+  CaptureStdout();
+  open_file("log");
+  log_info("to the file");
+  open_file("no/such/folder");
+  log_info("to the console");
+  EXPECT_EQ(GetCapturedStdout(), start + "to the console");
   open_file("log");
   set_log2tcp("127.0.0.1", tcp.port);
   const SOCKET connection = tcp.accept_one();

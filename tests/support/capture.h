@@ -9,8 +9,6 @@
 #include <sstream>
 #include <string>
 
-namespace svcinst {
-
 /// The bytes of a file; empty when there is none.
 inline std::string file_bytes(const std::string& path) {
   std::ostringstream bytes;
@@ -39,12 +37,6 @@ struct TempDirectory {
   }
 };
 
-/// What `run` prints. A check that fails in it is told there: compare the result.
-template <class Run>
-std::string printed_by(Run run) {
-  testing::internal::CaptureStdout();
-  run();
-  return testing::internal::GetCapturedStdout();
-}
-
-}  // namespace svcinst
+/// What is printed between the two calls, a check that fails there included: compare it.
+using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStdout;

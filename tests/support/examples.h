@@ -7,8 +7,6 @@
 
 #include "tests/support/capture.h"
 
-namespace svcinst {
-
 /// A cell's text, without backticks round it.
 inline std::string text_of(const std::string& cell) {
   const std::size_t ticks = std::min(cell.find_first_not_of('`'), cell.size());
@@ -44,5 +42,3 @@ inline void check_examples(const std::string& page, const std::string& kind, Out
   }
   EXPECT_GT(count, 4) << page;
 }
-
-}  // namespace svcinst

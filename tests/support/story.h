@@ -12,10 +12,10 @@ template <class Run>
 std::string story_of(Run run, const ScriptedServices& script = {}) {
   scripted_services = script;
   scripted_clock = {.tick_count = 0xFFFFFF00};  // it begins again at 0 soon
-  int result = 0;
-  const std::string printed = printed_by([&] { result = run(); });
-  return replaced(printed, "[2024-05-06 07:08:09.010|\033[36;40minfo\033[0m] ", "") +
-         std::to_string(result);
+  CaptureStdout();
+  const std::string result = std::to_string(run());
+  return replaced(GetCapturedStdout(), "[2024-05-06 07:08:09.010|\033[36;40minfo\033[0m] ", "") +
+         result;
 }
 
 inline std::string story_of_program(const std::vector<const char*>& argv,

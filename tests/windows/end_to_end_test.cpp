@@ -9,8 +9,6 @@
 
 #include "tests/support/capture.h"
 
-using namespace svcinst;
-
 std::string story_of(const std::string& line) {
   std::FILE* const shell = _popen(('"' + line + '"').c_str(), "r");
   std::string story;
@@ -41,21 +39,6 @@ std::string registration(const std::string& name) {
          number("ErrorControl") + ' ' + text("ObjectName");
 }
 
-// Ends the service's process and removes the service, if it is still there.
-void remove_service(const std::string& name) {
-  const SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CONNECT);
-  const SC_HANDLE service = OpenServiceA(manager, name.c_str(), SERVICE_ALL_ACCESS);
-  SERVICE_STATUS_PROCESS status{};
-  DWORD needed = 0;
-  QueryServiceStatusEx(service, SC_STATUS_PROCESS_INFO, reinterpret_cast<LPBYTE>(&status),
-                       sizeof status, &needed);
-  DeleteService(service);
-  CloseServiceHandle(service);
-  CloseServiceHandle(manager);
-  if (status.dwProcessId != 0)
-    TerminateProcess(OpenProcess(PROCESS_TERMINATE, FALSE, status.dwProcessId), 1);
-}
-
 struct EndToEnd : testing::Test {
   EndToEnd() {
     std::filesystem::create_directory(folder);
@@ -63,7 +46,10 @@ struct EndToEnd : testing::Test {
     std::filesystem::copy("end_to_end_service.exe", folder + "/svcinst-service.exe");
   }
   ~EndToEnd() override {
-    for (const std::string& service : made) remove_service("svcinst-" + service);
+    for (const std::string& service : made) {
+      story_of("sc delete svcinst-" + service);
+      for (int i = 0; i < 300 && !registered(service).empty(); ++i) Sleep(100);  // milliseconds
+    }
   }
   [[nodiscard]] std::string story_of_tool(const std::string& options) const {
     return story_of('"' + folder + "/svcinst.exe\" " + options);
