@@ -1,7 +1,7 @@
 # What is different for a Windows program: how it is linked, and its resources.
 
 # Everything that isn't part of Windows is linked in. The reader and the matcher follow nested groups
-# with nested calls, 2000 levels deep at most, which needs more than the usual 1 MB of stack.
+# with nested calls, as deep as grammar/nesting.h allows, which needs more than the usual 1 MB of stack.
 add_link_options(-static LINKER:--stack,8388608)
 # The same sources give the same bytes, wherever and whenever they are built.
 add_link_options(LINKER:--no-insert-timestamp)
