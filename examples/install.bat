@@ -2,8 +2,8 @@
 rem install.bat install registers the service "hello", whose program hello.exe lies in this folder, and
 rem starts it; remove stops it and removes it, if it is there; upgrade removes it, moves hello.new over
 rem hello.exe, if it is there, and installs it again. Needs svcinst.exe in this folder and an administrator's
-rem prompt. Asks nothing. Ends with 0, or with 1 and a message: an upgrade may be repeated then; where only the
-rem start fails, the service stays registered.
+rem prompt. Asks nothing, and upgrade and remove may be repeated. Ends with 0, or with 1 and a message; where only
+rem the start fails, the service stays registered.
 setlocal EnableExtensions DisableDelayedExpansion
 set ERRORLEVEL=
 for %%c in (install remove upgrade) do if /i "%~1"=="%%c" if "%~2"=="" goto start
@@ -12,8 +12,11 @@ exit /b 1
 
 :start
 set "folder=%~dp0"
+set seconds=0
 rem What the current folder holds under the name of one of Windows' programs would run in its place.
 cd /d "%SystemRoot%\System32"
+if errorlevel 1 exit /b 1
+if not exist "%folder%svcinst.exe" goto no_tool
 rem Only an administrator may run fltmc. (9009: there is none, as under wine.)
 fltmc >nul 2>&1
 if %ERRORLEVEL% NEQ 0 if %ERRORLEVEL% NEQ 9009 goto not_elevated
@@ -29,6 +32,10 @@ exit /b 1
 echo install.bat: this is no administrator's prompt.
 exit /b 1
 
+:no_tool
+echo install.bat: there is no "%folder%svcinst.exe".
+exit /b 1
+
 :blank
 echo install.bat: the name of this folder has a blank: "%folder%"
 echo The service's path is registered without quotes, and Windows could start another program.
@@ -39,7 +46,6 @@ sc query hello >nul 2>&1
 if errorlevel 1 goto nothing_there
 "%folder%svcinst.exe" --uninstall --name hello
 if %ERRORLEVEL% NEQ 0 goto failed
-set seconds=0
 
 rem The name is free once the service's process has ended and nobody has a handle to it.
 :wait
@@ -59,8 +65,19 @@ echo There is no service "hello".
 
 :removed
 if /i "%~1"=="remove" exit /b 0
-if exist "%folder%hello.new" move /y "%folder%hello.new" "%folder%hello.exe" >nul
-if exist "%folder%hello.new" goto failed
+
+rem The process that has just ended may still hold its file.
+:move
+if exist "%folder%hello.new" move /y "%folder%hello.new" "%folder%hello.exe" >nul 2>&1
+if not exist "%folder%hello.new" goto install
+set /a seconds+=1
+if %seconds% GTR 30 goto not_moved
+ping -n 2 127.0.0.1 >nul
+goto move
+
+:not_moved
+echo install.bat: the service is removed, but hello.new can't be moved over hello.exe: repeat the upgrade later.
+exit /b 1
 
 rem The tool is started by its full path: "hello.exe" is then looked for in the tool's folder.
 :install

@@ -1,8 +1,8 @@
 # install.ps1 install registers the service "hello", whose program hello.exe lies in this folder, and starts
 # it; remove stops it and removes it, if it is there; upgrade removes it, moves hello.new over hello.exe, if it
-# is there, and installs it again. Needs svcinst.exe in this folder and an administrator's prompt. Asks nothing.
-# Ends with 0, or with 1 and a message: an upgrade may be repeated then; where only the start fails, the service
-# stays registered. Reads like install.bat; not tried.
+# is there, and installs it again. Needs svcinst.exe in this folder and an administrator's prompt. Asks nothing,
+# and upgrade and remove may be repeated. Ends with 0, or with 1 and a message; where only the start fails, the
+# service stays registered. Reads like install.bat; not tried.
 $folder = $PSScriptRoot
 $tool = Join-Path $folder 'svcinst.exe'
 
@@ -45,10 +45,15 @@ if ($args[0] -ne 'install') {
     }
 }
 if ($args[0] -eq 'remove') { exit 0 }
+
+# The process that has just ended may still hold its file.
 $new = Join-Path $folder 'hello.new'
-if ($args[0] -eq 'upgrade' -and (Test-Path -LiteralPath $new)) {
-    Move-Item -LiteralPath $new -Destination (Join-Path $folder 'hello.exe') -Force
-    if (-not $?) { Stop-Script 'failed: see the message above.' }
+for ($seconds = 0; $args[0] -eq 'upgrade' -and (Test-Path -LiteralPath $new); $seconds++) {
+    if ($seconds -ge 30) {
+        Stop-Script "the service is removed, but hello.new can't be moved over hello.exe: repeat the upgrade later."
+    }
+    if ($seconds -gt 0) { Start-Sleep -Seconds 1 }
+    Move-Item -LiteralPath $new -Destination (Join-Path $folder 'hello.exe') -Force -ErrorAction SilentlyContinue
 }
 
 # The tool is started by its full path: "hello.exe" is then looked for in the tool's folder.

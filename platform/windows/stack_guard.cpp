@@ -22,7 +22,7 @@ namespace {
 }  // namespace
 
 // The names are the compiler's.
-// NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
+// NOLINTBEGIN(readability-identifier-naming)
 extern "C" {
 std::uintptr_t __stack_chk_guard = 0;
 
@@ -34,7 +34,7 @@ std::uintptr_t __stack_chk_guard = 0;
   end_process("*** buffer overflow detected ***: terminated\n");
 }
 }
-// NOLINTEND(bugprone-reserved-identifier, readability-identifier-naming)
+// NOLINTEND(readability-identifier-naming)
 
 namespace {
 

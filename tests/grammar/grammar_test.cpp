@@ -1,5 +1,4 @@
-// What docs/grammar-notation.md does not show: bytes, limits, reports, and what the tool doesn't
-// call.
+// docs/grammar-notation.md, bytes, limits, reports, and what the tool itself doesn't call.
 #include "grammar/find_text.h"
 #include "grammar/matcher.h"
 #include "grammar/reading_steps.h"
@@ -47,7 +46,7 @@ TEST(NodeType, HasTheNamesThatReportsShow) {
 }
 
 // The start of `input` that the grammar matches, or where it fails.
-std::string outcome(Grammar& grammar, TextView input) {
+std::string match_with(Grammar& grammar, TextView input) {
   const std::uint64_t remaining = input.size();
   furthest_failure = nullptr;
   grammar.result = match(grammar.start_rule, input.data(), remaining, *grammar.rules);
@@ -56,13 +55,10 @@ std::string outcome(Grammar& grammar, TextView input) {
   return "fails at " + std::to_string(furthest_failure - input.data());
 }
 
-std::string outcome(TextView text, TextView input) {
-  Grammar grammar(text);
-  return outcome(grammar, input);
-}
-
-std::string matched(const std::string& grammar, const std::string& input) {
-  return outcome(text_of(grammar), text_of(input));
+std::string outcome(const std::string& grammar_cell, const std::string& input_cell) {
+  const std::string text = text_of(grammar_cell);
+  Grammar grammar{TextView(text)};
+  return match_with(grammar, text_of(input_cell));
 }
 
 // Terminals as their text in quotes, other nodes as name(children) with the name of the rule, or
@@ -82,12 +78,12 @@ std::string result_tree(const std::string& grammar_cell, const std::string& inpu
   const std::string text = text_of(grammar_cell);
   const std::string input = text_of(input_cell);
   Grammar grammar{TextView(text)};
-  outcome(grammar, input);
+  match_with(grammar, input);
   return tree_text(*grammar.result, grammar);
 }
 
 TEST(Match, DoesWhatThePageShows) {
-  check_examples("grammar-notation.md", "grammar", matched);
+  check_examples("grammar-notation.md", "grammar", outcome);
   check_examples("grammar-notation.md", "result", result_tree);
 }
 
@@ -102,9 +98,7 @@ TEST(Grammar, ReportsNamesWithoutARuleAndThoseOfRulesBeyondTheLast) {
 }
 
 TEST(Match, TestsTerminalsByBytesOrCharacters) {
-  const struct {
-    TextView terminal, input, outcome;
-  } rows[] = {
+  const std::string rows[][3] = {
       {"`\200\377bdfh`", "\377", "matches `\377`"},  // ascending as signed bytes
       {"'a'~'\200'", "\377", "matches `\377`"},      // above every byte
       {"'\200'~'\377'", "\220", "fails at 0"},
@@ -116,10 +110,8 @@ TEST(Match, TestsTerminalsByBytesOrCharacters) {
       {"!!'x'", "x", "matches `x`"},
       {"[s | s], {s}, 'x' | 'x'", "x", "fails"},  // refers to itself first
   };
-  for (const auto& row : rows) {
-    const std::string text = "s = " + std::string(row.terminal) + ";";
-    EXPECT_EQ(outcome(text, row.input), row.outcome) << text;
-  }
+  for (const auto& [terminal, input, expected] : rows)
+    EXPECT_EQ(outcome("s = " + terminal + ";", input), expected) << terminal;
 }
 
 TEST(Match, FailsWholeWhenItNestsTooDeep) {

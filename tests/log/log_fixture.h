@@ -1,5 +1,4 @@
-// Every test of the logger begins with an empty folder and the default settings, but without date
-// and time.
+// Tests of the logger begin with an empty folder and the defaults, but without date and time.
 #pragma once
 
 #include <algorithm>

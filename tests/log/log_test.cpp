@@ -1,6 +1,4 @@
 // What stands in a record, which calls make one, and where it goes.
-#include <map>
-
 #include "format/format_text.h"
 #include "tests/log/log_fixture.h"
 #include "tests/support/examples.h"
@@ -8,22 +6,22 @@
 
 using namespace svcinst;
 
-// The record of a call with the message "hello", while what the setters switch on is on.
-std::string record(const std::string& call, const std::string& setters) {
-  const std::map<std::string, int (*)(const char*, ...)> calls{{"log_info", log_info},
-                                                               {"log_note", log_note},
-                                                               {"log_warn", log_warn},
-                                                               {"log_error", log_error},
-                                                               {"log_fatal", log_fatal}};
-  const std::map<std::string, void (*)(bool)> switches{
-      {"set_cpu", set_cpu}, {"set_thread", set_thread}, {"set_count", set_count}};
+// The record of a call with the message "hello", while what the setter switches on is on.
+std::string record(const std::string& call, const std::string& setter) {
   log_settings = defaults;
   scripted_clock = {.nanoseconds = 1'234'567'890'000};
   last_record_time_ns = 1'234'500'000'000;
   record_counter = 7;
-  for (const std::string& setter : texts_of(setters)) switches.at(setter)(true);
+  for (const auto& [name, set] :
+       {std::pair("`set_cpu`", &set_cpu), std::pair("`set_thread`", &set_thread),
+        std::pair("`set_count`", &set_count)})
+    set(setter == name);
   CaptureStdout();
-  calls.at(text_of(call))("hello");
+  for (const auto& [name, log] :
+       {std::pair("`log_info`", &log_info), std::pair("`log_note`", &log_note),
+        std::pair("`log_warn`", &log_warn), std::pair("`log_error`", &log_error),
+        std::pair("`log_fatal`", &log_fatal)})
+    if (call == name) log("hello");
   return replaced(GetCapturedStdout(), "\033", "ESC");
 }
 

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <thread>
 
 #include "platform/clock_api.h"
 #include "platform/process_api.h"
@@ -30,5 +31,5 @@ TEST(Clock, SleepsMilliseconds) {
 
 TEST(Process, HasTheIdsOfTheSystem) {
   EXPECT_EQ(GetCurrentProcessId(), static_cast<DWORD>(getpid()));
-  EXPECT_EQ(GetCurrentThreadId(), static_cast<DWORD>(gettid()));
+  std::jthread([] { EXPECT_EQ(GetCurrentThreadId(), static_cast<DWORD>(gettid())); });
 }

@@ -1,5 +1,4 @@
-// Runs the examples of a page in docs/: the tables behind a line <!-- examples: KIND -->, whose
-// third column says what becomes of the first two. The current folder is the project's.
+// Runs the examples of a page in docs/, which lies in the current folder.
 #pragma once
 
 #include <algorithm>
@@ -22,9 +21,9 @@ inline std::vector<std::string> texts_of(const std::string& cell) {
   return texts;
 }
 
-using Outcome = std::string(const std::string& first, const std::string& second);
-
-inline void check_examples(const std::string& page, const std::string& kind, Outcome outcome) {
+/// The tables behind a line <!-- examples: KIND -->, whose third column is the text that `outcome`
+/// makes of the first two cells.
+void check_examples(const std::string& page, const std::string& kind, auto outcome) {
   std::istringstream lines(file_bytes("docs/" + page));
   bool inside = false;
   int count = 0;

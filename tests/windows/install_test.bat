@@ -3,9 +3,9 @@ rem Runs examples\install.bat as an administrator might, from folders with a bla
 rem lie under the names of Windows' own. Each line says from where, with which word, what it has to end with
 rem and a part of what it has to say.
 setlocal DisableDelayedExpansion
+if not defined passed echo Please start run-tests.bat.& exit /b 1
 set failed=0
 set "run=cmd /v:on /c"
-if exist install_test.tmp exit /b 1
 mkdir install_test.tmp
 cd install_test.tmp
 for %%d in ("a&b^c!d" "a b" no_program) do (
@@ -26,15 +26,16 @@ call :expect "a&b^c!d" "remove"         0 "There is no service"
 call :expect "a&b^c!d" "INSTALL"        0 "started successfully"
 call :expect "a&b^c!d" "install"        1 "upgrade replaces it"
 call :expect "a b"     "upgrade"        1 "has a blank"
-copy ..\end_to_end_service.exe "a&b^c!d\hello.new" >nul
 call :expect "a&b^c!d" "Upgrade"        0 "started successfully"
-if exist "a&b^c!d\hello.new" set failed=1
 call :expect "a b"     "REMOVE"         0 "stop successful"
 call :expect "a b"     "install"        1 "has a blank"
 call :expect no_program "install"       1 "install.bat failed"
 call :expect no_program "remove"        0 "is stoped"
-call :expect "a&b^c!d" "upgrade"        0 "There is no service"
-call :expect "a&b^c!d" "remove"         0 "stop successful"
+copy ..\end_to_end_service.exe no_program\hello.new >nul
+call :expect no_program "upgrade"       0 "There is no service"
+call :expect no_program "upgrade"       0 "started successfully"
+call :expect no_program "remove"        0 "stop successful"
+sc delete hello >nul 2>&1
 set "SystemRoot=%CD%\no_administrator"
 set run=call
 call :expect "a b" "remove" 1 "no administrator"

@@ -6,14 +6,15 @@ setlocal EnableExtensions DisableDelayedExpansion
 set ERRORLEVEL=
 cd /d "%~dp0"
 if not "%CD%"=="%CD: =%" echo Please take a folder whose name has no blank.& exit /b 1
-rem Only an administrator may run fltmc. (9009: there is none, as under wine.)
-fltmc >nul 2>&1
-if %ERRORLEVEL% NEQ 0 if %ERRORLEVEL% NEQ 9009 echo This is no administrator's prompt.& exit /b 1
+rem Only an administrator may run fltmc. (Wine has none.)
+set "system=%SystemRoot%\System32"
+if exist "%system%\fltmc.exe" "%system%\fltmc.exe" >nul 2>&1
+if %ERRORLEVEL% NEQ 0 echo This is no administrator's prompt.& exit /b 1
 
 set tests=checks_test.bat end_to_end_test.exe format_test.exe grammar_test.exe install_test.bat log_test.exe
 set refused=
 for %%f in (%tests% svcinst.exe end_to_end_service.exe preload.exe smashed_stack.exe libearly_plugin.dll libexample_plugin.dll) do if not exist %%f call :refuse "%%f is missing. Has an antivirus taken it?"
-if exist run-tests.tmp call :refuse "There is a folder run-tests.tmp. If a run that was cut off has left it: rd /s run-tests.tmp"
+for %%d in (run-tests.tmp install_test.tmp) do if exist %%d call :refuse "There is a folder %%d. If a run that was cut off has left it: rd /s %%d"
 for %%s in (hello svcinst-stopped svcinst-running svcinst-hung svcinst-long) do call :expect_none %%s
 if defined refused exit /b 1
 mkdir run-tests.tmp
@@ -28,9 +29,9 @@ if %failed% EQU 0 if %passed% GTR 0 exit /b 0
 exit /b 1
 
 :expect_none
-sc query %1 >nul 2>&1
+"%system%\sc.exe" query %1 >nul 2>&1
 if errorlevel 1 exit /b
-call :refuse "There is a service %1, a name that the tests need. If a run that was cut off has left it: sc delete %1"
+call :refuse "There is a service %1, a name that the tests need. If a run that was cut off has left it: see README.md"
 exit /b
 
 :refuse

@@ -1,4 +1,4 @@
-// A Windows service. One called "svcinst-hung" never gets done with a stop.
+// A Windows service. One called "svcinst-hung" takes no stop, and ends after twenty seconds.
 #include <windows.h>
 
 #include <string>
@@ -21,6 +21,9 @@ void WINAPI run(DWORD /*count*/, LPSTR* arguments) {
   name = arguments[0];
   manager = RegisterServiceCtrlHandlerA(arguments[0], handle_stop);
   report(SERVICE_RUNNING);
+  if (name != "svcinst-hung") return;
+  Sleep(20'000);  // milliseconds
+  ExitProcess(1);
 }
 
 }  // namespace

@@ -5,11 +5,7 @@
 int main(int argc, char**) {
   char buffer[8];
   const volatile std::size_t too_many = 64;  // bytes; not known to the compiler
-  if (argc > 1) {
-    std::memset(buffer, 'x', too_many);
-  } else {
-    volatile char* const bytes = buffer;
-    for (std::size_t i = 0; i < too_many; ++i) bytes[i] = 'x';
-  }
+  if (argc > 1) std::memset(buffer, 'x', too_many);
+  for (volatile char* at = buffer; at < buffer + too_many; ++at) *at = 'x';
   return buffer[0];
 }

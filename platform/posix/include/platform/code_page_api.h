@@ -4,7 +4,7 @@
 
 #include "platform/types_api.h"
 
-// NOLINTBEGIN(readability-identifier-naming,bugprone-reserved-identifier): the names are Windows'.
+// NOLINTBEGIN(readability-identifier-naming): the names are Windows'.
 inline constexpr UINT CP_ACP = 0;
 inline constexpr UINT CP_OEMCP = 1;
 inline constexpr UINT CP_UTF8 = 65001;
@@ -24,4 +24,4 @@ int MultiByteToWideChar(UINT code_page, DWORD flags, LPCSTR text, int text_lengt
 /// The way back: text_length in wide characters, result_size and the returned count in bytes.
 int WideCharToMultiByte(UINT code_page, DWORD flags, LPCWSTR text, int text_length, LPSTR result,
                         int result_size, LPCSTR default_char, BOOL* used_default_char);
-// NOLINTEND(readability-identifier-naming,bugprone-reserved-identifier)
+// NOLINTEND(readability-identifier-naming)

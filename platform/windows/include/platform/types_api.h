@@ -8,10 +8,9 @@
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
-// NOLINTBEGIN(bugprone-reserved-identifier): the names are theirs.
+// The names are theirs.
 #define _ADVAPI32_
 #define _KERNEL32_
-// NOLINTEND(bugprone-reserved-identifier)
 // winsock2.h has to come before windows.h; ws2tcpip.h has it, and socklen_t.
 // clang-format off
 #include <ws2tcpip.h>
