@@ -121,10 +121,10 @@ TEST(Program, CutsADescriptionAndTellsWhichStepOfAnInstallFailed) {
       {"+a 1", reopen + "fails " + describe + not_described + "-manager 0"},
       {"describe 1", reopen + describe + not_described + "-a -manager 0"},
   };
+  const std::vector<const char*> argv = {"svcinst",  "-i",   "-n=a",
+                                         "-b=C:\\x", "-d=x", option.c_str()};
   for (const auto& [failing_call, story] : rows)
-    EXPECT_EQ(story_of_program({"svcinst", "-i", "-n=a", "-b=C:\\x", "-d=x", option.c_str()},
-                               {.failing_call = failing_call}),
-              story);
+    EXPECT_EQ(story_of_program(argv, {.failing_call = failing_call}), story);
 }
 
 // What stopping the service "s" comes to; 1 when it succeeds.
@@ -198,6 +198,5 @@ TEST(Program, UninstallDeletesTheServiceOnceItHasSettled) {
        stopped + deletes + "fails -s -manager Delete the service 's' failed!\n-1"},
   };
   for (const auto& [script, story] : rows)
-    EXPECT_EQ(story_of_program({"svcinst", "--uninstall", "--name", "x", "-n", "\"s\""}, script),
-              story);
+    EXPECT_EQ(story_of_program({"svcinst", "--uninstall", "--name=x", "-n=\"s\""}, script), story);
 }
