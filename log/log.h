@@ -56,8 +56,7 @@ int log_fatal(const char* format, ...);
 
 /** Writes the formatted text as it is, without a prefix, to the log file, else to the console;
  * never to a network peer. No level filters it, and it takes no record number. format: as above.
- * Returns the length of the text in bytes, whether or not a sink took it; 0 while logging is off.
- */
+ * Returns the text's length in bytes, whether or not a sink took it; 0 while logging is off. */
 int log_it(const char* format, ...);
 
 /** Switches logging on or off (default on). While it is off, log calls write nothing and the four
@@ -80,9 +79,8 @@ void set_auto_endline(bool auto_endline);
 /** Sets the lowest level that is written (default 0); above 4 drops every record. */
 void set_mini_level(int level);
 
-/** Switch fields of the prefix on or off. They stand in this order: local date and time (default
- * on); microseconds since start-up and since the last record; the thread's id; the record's number.
- */
+/** Switch fields of the prefix on or off. They stand in this order: local date and time (on by
+ * default); microseconds since start-up and since the last record; thread's id; record's number. */
 void set_time(bool time);
 void set_cpu(bool cpu);
 void set_thread(bool thread);

@@ -14,6 +14,10 @@ int WSAStartup(WORD version, LPWSADATA data) {
   return 0;
 }
 
+int WSAGetLastError() {
+  return errno;
+}
+
 int ioctlsocket(SOCKET s, long command, u_long* value) {
   int mode = *value != 0 ? 1 : 0;
   return ioctl(s, static_cast<unsigned long>(command), &mode);

@@ -41,9 +41,7 @@ constexpr WORD MAKEWORD(unsigned low, unsigned high) {
 int WSAStartup(WORD version, LPWSADATA data);
 
 /// The code of the last failed call.
-inline int WSAGetLastError() {
-  return errno;
-}
+int WSAGetLastError();
 
 /// command: FIONBIO. value: 0 for blocking mode. Returns 0 or SOCKET_ERROR.
 int ioctlsocket(SOCKET s, long command, u_long* value);
