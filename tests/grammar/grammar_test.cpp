@@ -98,15 +98,16 @@ TEST(Grammar, ReportsNamesWithoutARuleAndThoseOfRulesBeyondTheLast) {
 }
 
 TEST(Match, TestsTerminalsByBytesOrCharacters) {
+  const std::string fails = "fails at 0";
   const std::string rows[][3] = {
       {"`\200\377bdfh`", "\377", "matches `\377`"},  // ascending as signed bytes
       {"'a'~'\200'", "\377", "matches `\377`"},      // above every byte
-      {"'\200'~'\377'", "\220", "fails at 0"},
+      {"'\200'~'\377'", "\220", fails},
       {"2097151~2097151", "\367\277\277\277", "matches `\367\277\277\277`"},
-      {"0~4294967295", "\342\202\303", "fails at 0"},
-      {"0~4294967295", "\370\200\200\200\200", "fails at 0"},
+      {"0~4294967295", "\342\202\303", fails},
+      {"0~4294967295", "\370\200\200\200\200", fails},
       {".", "\342\202", "matches `\342`"},
-      {"!'x'", "", "fails at 0"},
+      {"!'x'", "", fails},
       {"!!'x'", "x", "matches `x`"},
       {"[s | s], {s}, 'x' | 'x'", "x", "fails"},  // refers to itself first
   };
