@@ -1,5 +1,4 @@
-// The digits that numbers are written with. (constinit: the linter wants other names for what is
-// constexpr.)
+// The digits that numbers are written with. (constinit: constexpr names would begin with k.)
 #pragma once
 
 #include <array>

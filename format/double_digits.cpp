@@ -8,8 +8,7 @@
 
 #include "format/digits.h"
 
-// std::to_chars would be three lines, but takes two thirds longer and makes a Windows program 296
-// KB larger.
+// std::to_chars would be three lines, two thirds slower, and 296 KB more in a Windows program.
 namespace svcinst {
 namespace {
 

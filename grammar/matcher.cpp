@@ -230,8 +230,8 @@ const char* match_at(Matcher& matcher, const GrammarNode& node, const char* posi
 
 MatchNodePtr match(const GrammarNode* node, const char* position, const std::uint64_t& remaining,
                    const RuleTable& rules) {
-  assert(position[remaining] == '\0');
   if (node == nullptr) return nullptr;
+  assert(position[remaining] == '\0');
   Matcher matcher(rules, position, position + remaining);
   const char* const end = match_at(matcher, *node, position);
   if (end == nullptr || matcher.too_deep) return nullptr;

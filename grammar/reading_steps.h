@@ -31,9 +31,8 @@ struct Cursor {
 using Read = GrammarNodePtr(Cursor cursor, ReadError& error);
 
 Read read_rule, read_identifier, read_alternation, read_concatenation, read_term;
-Read read_group, read_option, read_repeat;
+Read read_group, read_option, read_repeat, read_integer;
 Read read_terminal, read_range, read_quote_string, read_dquote_string, read_sort_string;
-Read read_integer;
 Read read_blank;  // a run of whitespace and comments: `unuse_string` with one child for each
 Read read_comment;
 

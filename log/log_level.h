@@ -10,8 +10,7 @@ namespace svcinst {
 
 enum LogLevel : std::int32_t { kInfo, kNote, kWarn, kError, kFatal, kLevelCount };
 
-/// For each level: colour, four letters, end of the colour. (constinit: the linter wants another
-/// name for what is constexpr.)
+/// Colour, four letters, end of the colour. (constinit: a constexpr name would begin with k.)
 inline constinit const TextView level_tags[] = {"\033[36;40minfo\033[0m",   // cyan
                                                 "\033[32;40mnote\033[0m",   // green
                                                 "\033[33;40mwarn\033[0m",   // yellow

@@ -41,8 +41,8 @@ extern std::int64_t start_time_ns;             // the monotonic clock at start-u
 extern std::int64_t last_record_time_ns;       // the same when the last levelled record was made
 extern char stdout_buffer[kStdoutBufferSize];  // what standard output may use
 
-/// Held by each exported function from its first look at the settings to its end, so that texts
-/// come out whole. The first one fills in what is known at run time only.
+/// Held by each exported function from its first look at the settings to its end, but while one
+/// connects, so that texts come out whole. The first one fills in what is known at run time only.
 struct [[nodiscard]] LogLock {
   LogLock();
   LogLock& operator=(LogLock&&) = delete;  // nor any copy

@@ -98,7 +98,7 @@ void open_peer(const char* address, std::uint16_t port, SocketKind kind) {
 }
 
 std::int32_t open_log_socket(const char* address, std::uint16_t port, SocketKind kind) {
-  look_up_send();
+  look_up_functions();
   WSADATA data;
   if (WSAStartup(MAKEWORD(2, 2), &data) != 0) return kNoSocket;
   SocketOwner socket{create_socket(kind)};

@@ -11,8 +11,7 @@ namespace svcinst {
 enum class SocketKind { tcp, udp };
 
 /// Opens the sink of that kind with open_log_socket(), unless it is open already or logging is off.
-/// The caller must not hold the logger's lock: it is taken before and behind the connecting only,
-/// so that neither other threads nor libraries whose loading logs wait for a peer.
+/// The caller must not hold the logger's lock: nobody else is to wait for a peer.
 void open_peer(const char* address, std::uint16_t port, SocketKind kind);
 
 /// Connects a new socket to a peer and puts it in blocking mode. For TCP it waits one second at

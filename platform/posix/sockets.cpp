@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstddef>
+#include <cstring>
 #include <system_error>
 
 #include "platform/socket_api.h"
@@ -49,7 +50,13 @@ int select(int /*socket_count*/, fd_set* /*readers*/, fd_set* writers, fd_set* e
   sigfillset(&all_signals);
   pollfd waiting{writers->fd_array[0], POLLOUT, 0};
   const int ready = ppoll(&waiting, 1, &limit, &all_signals);
-  const bool failed = (waiting.revents & POLLERR) != 0;
+  // A port that the system hands out, where nobody listens, may be handed to the caller itself.
+  sockaddr_in ends[2] = {};
+  socklen_t size = sizeof ends[0];
+  getsockname(waiting.fd, reinterpret_cast<sockaddr*>(&ends[0]), &size);
+  getpeername(waiting.fd, reinterpret_cast<sockaddr*>(&ends[1]), &size);
+  const bool to_itself = std::memcmp(&ends[0], &ends[1], size) == 0;
+  const bool failed = to_itself || (waiting.revents & POLLERR) != 0;
   FD_ZERO(failed ? writers : exceptions);
   return ready;
 }

@@ -2,8 +2,9 @@
 
 namespace svcinst {
 
-void look_up_send() {
+void look_up_functions() {
   send(INVALID_SOCKET, "", 0, 0);  // fails
+  WSAGetLastError();
 }
 
 std::string socket_error_text(int code) {

@@ -81,15 +81,15 @@ inline int FD_ISSET(SOCKET s, const fd_set* set) {
   return set->fd_count == 1 && set->fd_array[0] == s ? 1 : 0;
 }
 
-/// Waits for one socket, which is in both sets, until its connection stands or has failed: it then
-/// stays in `writers` or in `exceptions` only. Signals are held back meanwhile. Returns 1, 0 after
-/// `timeout`, or SOCKET_ERROR; the sets are then worth nothing.
+/// Waits for one socket, which is in both sets, until its connection stands or has failed, as one
+/// with itself has: it then stays in `writers` or in `exceptions` only. Signals are held back
+/// meanwhile. Returns 1, 0 after `timeout`, or SOCKET_ERROR; the sets are then worth nothing.
 int select(int socket_count, fd_set* readers, fd_set* writers, fd_set* exceptions,
            const TIMEVAL* timeout);
 // NOLINTEND(readability-identifier-naming)
 
-/// Nothing to do here: a function is looked up before the start.
-inline void look_up_send() {}
+/// Nothing to do here: functions are looked up before the start.
+inline void look_up_functions() {}
 
 /// The system's text for `code`, a code of WSAGetLastError.
 std::string socket_error_text(int code);

@@ -7,9 +7,9 @@
 
 namespace svcinst {
 
-/// Makes the first call of `send`. Each function's first one waits for the loader's lock, which a
-/// DLL holds whose constructor logs: `send`'s must not come under the logger's lock.
-void look_up_send();
+/// Makes the first calls of `send` and WSAGetLastError. Each function's first one waits for the
+/// loader's lock, which a DLL holds whose constructor logs, and may change the last error.
+void look_up_functions();
 
 /// The system's text for `code`, a code of WSAGetLastError, without its line end.
 std::string socket_error_text(int code);
