@@ -13,4 +13,6 @@ target_compile_features(svcinst_options INTERFACE cxx_std_20)
 function(svcinst_library name)
   add_library(${name} STATIC ${ARGN})
   target_link_libraries(${name} PUBLIC svcinst_options)
+  # A function that log.h does not declare would be exported under a name of C++, or not at all.
+  target_compile_options(${name} PRIVATE -Wmissing-declarations)
 endfunction()

@@ -6,7 +6,7 @@
 namespace svcinst {
 namespace {
 
-constexpr const char* kDescription = "install/uninstall a executable file as a windows servic.";
+constexpr const char* kProgram = "install/uninstall a executable file as a windows servic.";
 
 // The letter behind "-", the word behind "--", and what it is for.
 constexpr const char* kOptions[][3] = {{"u", "uninstall", "uninstall a service by name."},
@@ -21,7 +21,7 @@ constexpr const char* kOptions[][3] = {{"u", "uninstall", "uninstall a service b
 }  // namespace
 
 void print_usage() {
-  OptionRegistry registry(kDescription);
+  OptionRegistry registry(kProgram);
   for (const auto& [letter, word, help] : kOptions)
     add_option(registry, {ByteString(letter), ByteString(word), ByteString(help)});
   const ByteString text = build_help_text(registry);

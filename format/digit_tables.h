@@ -1,4 +1,4 @@
-// The digits that numbers are written with. (constinit: constexpr names would begin with k.)
+// The digits that numbers are written with. (Were they constexpr, the linter would rename them.)
 #pragma once
 
 #include <array>

@@ -38,8 +38,8 @@ enum class NodeType : std::uint16_t {
   comment = 28,
   multiline_comment = 29,
   unuse_string = 30,
-  repeat_at_least_once = 32,
-  count,  // a new kind goes in front of it
+  repeat_at_least_once = 32,  // 31 is reserved
+  count,                      // a new kind goes in front of it
 };
 
 /// The type of a reference to rule number n is kFirstRuleReference + n.

@@ -44,7 +44,7 @@ extern "C" {
 /** Write one record at a level: info 0, note 1, warn 2, error 3, fatal 4 (which stops nothing). A
  * record is "[", the fields that are switched on, the coloured level tag, "] " and the formatted
  * message; a line feed ends it only where the format has one. It goes to the UDP peer, else the TCP
- * peer, else the log file, else the console.
+ * peer, else the log file, else the console, which is standard output.
  * format: NUL-terminated; what it formats beyond the bytes of set_max() is dropped.
  * Return the length of the record in bytes, whether or not a sink took it; 0 when logging is off or
  * the level is below the lowest one written. */

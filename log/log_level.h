@@ -10,7 +10,7 @@ namespace svcinst {
 
 enum LogLevel : std::int32_t { kInfo, kNote, kWarn, kError, kFatal, kLevelCount };
 
-/// Colour, four letters, end of the colour. (constinit: a constexpr name would begin with k.)
+/// Colour, four letters, end of the colour. (Were they constexpr, the linter would rename them.)
 inline constinit const TextView level_tags[] = {"\033[36;40minfo\033[0m",   // cyan
                                                 "\033[32;40mnote\033[0m",   // green
                                                 "\033[33;40mwarn\033[0m",   // yellow

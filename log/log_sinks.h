@@ -5,10 +5,10 @@
 
 namespace svcinst {
 
-/// For levelled records: UDP peer, else TCP peer, else log file, else console, else nowhere.
+/// For levelled records: UDP peer, else TCP peer, else as raw text.
 void deliver_record(TextView record);
 
-/// Log file, else console, else nowhere: raw text never goes to a network peer.
+/// For raw text: log file, else console, else nowhere.
 void deliver_to_file_or_console(TextView text);
 
 }  // namespace svcinst

@@ -6,6 +6,12 @@
 
 using namespace svcinst;
 
+const std::pair<std::string, int (*)(const char*, ...)> levels[] = {{"log_info", log_info},
+                                                                    {"log_note", log_note},
+                                                                    {"log_warn", log_warn},
+                                                                    {"log_error", log_error},
+                                                                    {"log_fatal", log_fatal}};
+
 // The record of a call with the message "hello", while what the setter switches on is on.
 std::string record(const std::string& call, const std::string& setter) {
   log_settings = defaults;
@@ -17,11 +23,8 @@ std::string record(const std::string& call, const std::string& setter) {
         std::pair("`set_count`", &set_count)})
     set(setter == name);
   CaptureStdout();
-  for (const auto& [name, log] :
-       {std::pair("`log_info`", &log_info), std::pair("`log_note`", &log_note),
-        std::pair("`log_warn`", &log_warn), std::pair("`log_error`", &log_error),
-        std::pair("`log_fatal`", &log_fatal)})
-    if (call == name) log("hello");
+  for (const auto& [name, log] : levels)
+    if (text_of(call) == name) log("hello");
   return replaced(GetCapturedStdout(), "\033", "ESC");
 }
 
@@ -43,9 +46,9 @@ TEST_F(LogTest, HasRoomForTheLongestFields) {
 
 TEST_F(LogTest, WritesAndCountsTheLevelsFromTheLowestOneOn) {
   set_count(true);
-  for (int level = 0; const auto log : {log_info, log_note, log_warn, log_error, log_fatal}) {
+  for (int level = 0; const auto& [name, log] : levels) {
     set_mini_level(level);
-    EXPECT_TRUE(logged(log, "").starts_with("[   " + std::to_string(level) + "|")) << level;
+    EXPECT_TRUE(logged(log, "").starts_with("[   " + std::to_string(level) + "|")) << name;
     EXPECT_EQ(logged(log_it, "%c", 'x'), "x");
     set_mini_level(++level);
     EXPECT_EQ(logged(log, ""), "");
