@@ -1,18 +1,17 @@
 #include "grammar/match_node.h"
 
+#include <algorithm>
 #include <cassert>
 #include <new>
 
 namespace svcinst {
 namespace {
 
-constexpr std::uint64_t kGrowthFactor = 16;
-
 // The capacity at which a vector arrives by `count` appends: when the count asked for is above the
 // capacity, the capacity becomes sixteen times that count.
 std::uint64_t capacity_for(std::uint64_t count) {
   std::uint64_t capacity = 0;
-  while (capacity < count) capacity = kGrowthFactor * (capacity + 1);
+  while (capacity < count) capacity = 16 * (capacity + 1);
   return capacity;
 }
 
@@ -24,11 +23,11 @@ void adopt(MatchNode& node, std::vector<MatchNode>& stack, std::uint64_t count) 
   assert(node.children == nullptr && count <= stack.size());
   if (count == 0) return;
   const std::uint64_t capacity = capacity_for(count);
-  // NOLINTNEXTLINE(bugprone-sizeof-expression): a slot is a pointer.
-  const std::uint64_t slots_size = capacity * sizeof(MatchNode*);
-  void* const block = ::operator new(sizeof(NodeVector) + slots_size + count * sizeof(MatchNode));
+  void* const block =
+      ::operator new(sizeof(NodeVector) + capacity * sizeof(void*) + count * sizeof(MatchNode));
   auto* const vector = new (block) NodeVector{nullptr, count, capacity};
-  vector->items = new (vector + 1) MatchNode*[capacity]();
+  vector->items = new (vector + 1) MatchNode*[capacity];
+  std::fill(vector->items + count, vector->items + capacity, nullptr);
   void* const places = vector->items + capacity;
   for (std::uint64_t i = count; i-- > 0; stack.pop_back())
     vector->items[i] = new (static_cast<MatchNode*>(places) + i) MatchNode(std::move(stack.back()));
