@@ -62,15 +62,15 @@ TEST(Program, ShowsTheHelpWithoutACommandOrWithoutItsOptions) {
       {"svcinst", "-i", "-n", "a", "-b", "C:\\x"},
       {"svcinst", "-u"},
   };
-  for (const auto& arguments : rows) EXPECT_EQ(story_of_program(arguments), help());
-  EXPECT_EQ(story_of_program({"svcinst", "install"}), "error at position: 1\n" + help());
+  for (const auto& arguments : rows) EXPECT_EQ(story_of_program(arguments), "> " + help());
+  EXPECT_EQ(story_of_program({"svcinst", "install"}), "error at position: 1\n> " + help());
 }
 
 TEST(Help, HasEachNameOnceAnd32BytesForTheNames) {
   OptionRegistry registry("tool");
   CaptureStdout();
   for (const auto& [letter, word] :
-       {std::pair("a", "word"), std::pair("b", "word"), std::pair("a", "other"),
+       {std::pair("a", "word"), std::pair("a", "word"), std::pair("a", "other"),
         std::pair("", "a-word-of-more-than-28-letters")})
     add_option(registry, {ByteString(letter), ByteString(word), ByteString("text")});
   EXPECT_EQ(GetCapturedStdout(), "exists same long name.\nexists same short name.\n");
@@ -85,15 +85,15 @@ TEST(Help, HasEachNameOnceAnd32BytesForTheNames) {
 TEST(Program, RegistersWhatItsOptionsSay) {
   const std::pair<std::vector<const char*>, std::string> rows[] = {
       {{"-u", "--name=a", "-nb", "-b=C:/x", "-dx"}, R"(create("b", "x", "C:/x", null) -b)"},
-      {{"-na", "-b=C:/a", "-dx", "--desc", "\"\""}, R"(create("a", "x", "C:/a", null) -a)"},
-      {{"-na", "-b=C:/x", "-dx", "--dep=b"}, R"(create("a", "x", "C:/x", "b\0\0") -a)"},
-      {{"-na", "-b=C:/x", "-dx", "--dep", "\"\""}, R"(create("a", "x", "C:/x", "\0") -a)"},
-      {{"-n", "-b", "-d"}, R"(create("", null, "D:\tools\", null) -)"},
+      {{"-na", "--binpath=C:/a", "-dx", "--desc", "\"\""}, R"(create("a", "x", "C:/a", null) -a)"},
+      {{"--name=a", "-b=A:/x", "-dx", "--dep=b"}, R"(create("a", "x", "A:/x", "b\0\0") -a)"},
+      {{"-na", "-b=C:/x", "--disname=x", "--dep", "\"\""}, R"(create("a", "x", "C:/x", "\0") -a)"},
+      {{"-n", "-b", "-d"}, R"(create("", null, "D:\café\", null) -)"},
       {{"-n", "", "a", "-b=a:/", "-dx"}, R"(create("", "x", "a:/", null) -)"},
-      {{"-na", "-b", "é", "-d", "ü"}, R"(create("a", "ü", "D:\tools\é", null) -a)"},
+      {{"-na", "-bé", "-dü", "--dep", ""}, R"(create("a", "ü", "D:\café\é", null) -a)"},
   };
   for (const auto& [arguments, calls] : rows) {
-    std::vector<const char*> argv = {R"(D:\tools\svcinst.exe)", "--install"};
+    std::vector<const char*> argv = {R"(D:\café\svcinst.exe)", "--install"};
     argv.insert(argv.end(), arguments.begin(), arguments.end());
     EXPECT_EQ(story_of_program(argv), "+manager " + calls + " -manager 0");
   }
@@ -101,7 +101,7 @@ TEST(Program, RegistersWhatItsOptionsSay) {
 
 TEST(Program, RefusesPathsThatAreNoText) {
   const char* const told =
-      "The path '\xff' is not valid text in the code page for file names (65001)!\n-1";
+      "> The path '\xff' is not valid text in the code page for file names (65001)!\n-1";
   for (const char* command : {"-i", "-u", "-x"})
     EXPECT_EQ(story_of_program({"\xff", command, "-n", "a", "-b", "b", "-d", "x"}), told);
   EXPECT_EQ(story_of_program({"svcinst", "-i", "-n", "a", "-b", "\xff", "-d", "x"}), told);
@@ -113,11 +113,11 @@ TEST(Program, CutsADescriptionAndTellsWhichStepOfAnInstallFailed) {
   const std::string create = R"(+manager create("a", "x", "C:\x", null) )";
   const std::string reopen = create + "-a +a(to configure) ";
   const std::string describe = "describe(\"" + kept + "\") ";
-  const std::string not_described = "fails Config the service 'a' description failed!\n";
+  const std::string not_described = "fails > Config the service 'a' description failed!\n";
   const std::pair<std::string, std::string> rows[] = {
       {"none", reopen + describe + "-a -manager 0"},
-      {"+manager 1", "+manager fails Open the service manager failed!\n-1"},
-      {"create 1", create + "fails -manager Open the service 'a' failed!\n-1"},
+      {"+manager 1", "+manager fails > Open the service manager failed!\n-1"},
+      {"create 1", create + "fails -manager > Open the service 'a' failed!\n-1"},
       {"+a 1", reopen + "fails " + describe + not_described + "-manager 0"},
       {"describe 1", reopen + describe + not_described + "-a -manager 0"},
   };
@@ -133,26 +133,26 @@ std::string story_of_stop(const ScriptedServices& script) {
 }
 
 const std::string settles = "+manager +s query query Sleep(1000) ";
-const std::string not_queried = "fails -s -manager Query the service 's' failed!\n";
+const std::string not_queried = "fails -s -manager > Query the service 's' failed!\n";
 
 TEST(StopService, StopsAServiceThatHasSettledOrTellsWhichStepFailed) {
   const std::string stops = settles + "stop query Sleep(1000) ";
-  const std::string stopped = "The service 's' stop successful!\n-s -manager 1";
-  const std::string not_stopped = "The service 's' stop failed!\n-s -manager 1";
+  const std::string stopped = "> The service 's' stop successful!\n-s -manager 1";
+  const std::string not_stopped = "> The service 's' stop failed!\n-s -manager 1";
   const std::pair<ScriptedServices, std::string> rows[] = {
-      {{{kStopped}}, settles + "The service 's' is stoped!\n-s -manager 1"},
+      {{{kStopped}}, settles + "> The service 's' is stoped!\n-s -manager 1"},
       {{{kRunning, kRunning, kStopped}}, stops + stopped},
       {{{kPaused, kPaused, kStopped}}, stops + stopped},
       {{{kRunning, kRunning, pending(0, 0), kPaused}}, stops + not_stopped},
       {{{kPaused, kPaused, pending(0, 30000), kRunning}},
        settles + "stop query Sleep(3000) " + not_stopped},
-      {{{kStopped}, "+manager 1"}, "+manager fails Open the service manager failed!\n0"},
-      {{{kStopped}, "+s 1"}, "+manager +s fails -manager Open the service 's' failed!\n0"},
+      {{{kStopped}, "+manager 1"}, "+manager fails > Open the service manager failed!\n0"},
+      {{{kStopped}, "+s 1"}, "+manager +s fails -manager > Open the service 's' failed!\n0"},
       {{{kStopped}, "query 1"}, "+manager +s query " + not_queried + "0"},
       {{{kStopped}, "query 2"}, "+manager +s query query " + not_queried + "0"},
       {{{pending(0, 0)}, "query 3"}, settles + "Sleep(1000) query " + not_queried + "0"},
-      {{{kRunning}, "stop 1"}, settles + "stop fails -s -manager The service 's' stop failed0"},
-      {{{kPaused}, "stop 1"}, settles + "stop fails -s -manager The service 's' stop failed!\n0"},
+      {{{kRunning}, "stop 1"}, settles + "stop fails -s -manager > The service 's' stop failed0"},
+      {{{kPaused}, "stop 1"}, settles + "stop fails -s -manager > The service 's' stop failed!\n0"},
       {{{kRunning}, "query 3"}, settles + "stop query " + not_queried + "0"},
   };
   for (const auto& [script, story] : rows) EXPECT_EQ(story_of_stop(script), story);
@@ -160,8 +160,8 @@ TEST(StopService, StopsAServiceThatHasSettledOrTellsWhichStepFailed) {
 
 // The first status is the one that the wait begins with.
 TEST(StopService, WaitsByTheFirstHintAndTimesOutByTheLatest) {
-  const std::string settled = "The service 's' is stoped!\n-s -manager 1";
-  const std::string timeout = "-s -manager Timeout waiting for the service 's' to stop!\n0";
+  const std::string settled = "> The service 's' is stoped!\n-s -manager 1";
+  const std::string timeout = "-s -manager > Timeout waiting for the service 's' to stop!\n0";
   const std::string twice = "Sleep(1000) Sleep(1000) query ";
   const std::pair<std::vector<ScriptedStatus>, std::string> rows[] = {
       {{pending(0, 10010), kStopped}, "Sleep(1001) " + settled},
@@ -172,7 +172,7 @@ TEST(StopService, WaitsByTheFirstHintAndTimesOutByTheLatest) {
       // ... unless the checkpoint has moved on, which does not move the start of the wait.
       {{kStopped, pending(0, 0), pending(1, 0), pending(1, 2999)},
        twice + "Sleep(1000) query " + timeout},
-      {{pending(5, 0), pending(4, 0), pending(5, 1999)}, twice + timeout},
+      {{pending(5, 0), pending(3, 0), pending(4, 1999)}, twice + timeout},
   };
   for (const auto& [statuses, waits] : rows)
     EXPECT_EQ(story_of_stop({statuses}), "+manager +s query query " + waits);
@@ -182,20 +182,21 @@ TEST(StopService, WaitsByTheFirstHintAndTimesOutByTheLatest) {
 
 // Whatever its stop comes to; the wait before the removal begins anew.
 TEST(Program, UninstallDeletesTheServiceOnceItHasSettled) {
-  const std::string stopped = settles + "The service 's' is stoped!\n-s -manager ";
-  const std::string refused = settles + "stop fails -s -manager The service 's' stop failed";
+  const std::string stopped = settles + "> The service 's' is stoped!\n-s -manager ";
+  const std::string refused = settles + "stop fails -s -manager > The service 's' stop failed";
   const std::string deletes = "+manager +s query Sleep(1000) delete ";
   const std::pair<ScriptedServices, std::string> rows[] = {
       {{{pending(0, 20000), kStopped}},
-       "+manager +s query query Sleep(2000) The service 's' is stoped!\n-s -manager " + deletes +
+       "+manager +s query query Sleep(2000) > The service 's' is stoped!\n-s -manager " + deletes +
            "-s -manager 0"},
       {{{kRunning}, "stop 1"}, refused + deletes + "-s -manager 0"},
-      {{{kStopped}, "+manager 2"}, stopped + "+manager fails Open the service manager failed!\n-1"},
+      {{{kStopped}, "+manager 2"},
+       stopped + "+manager fails > Open the service manager failed!\n-1"},
       {{{kStopped}, "+s 2"},
-       stopped + "+manager +s fails -manager Open the service 's' failed!\n-1"},
+       stopped + "+manager +s fails -manager > Open the service 's' failed!\n-1"},
       {{{kStopped}, "query 3"}, stopped + "+manager +s query " + not_queried + "-1"},
       {{{kStopped}, "delete 1"},
-       stopped + deletes + "fails -s -manager Delete the service 's' failed!\n-1"},
+       stopped + deletes + "fails -s -manager > Delete the service 's' failed!\n-1"},
   };
   for (const auto& [script, story] : rows)
     EXPECT_EQ(story_of_program({"svcinst", "--uninstall", "--name=x", "-n=\"s\""}, script), story);

@@ -15,8 +15,8 @@ const std::pair<std::string, int (*)(const char*, ...)> levels[] = {{"log_info",
 // The record of a call with the message "hello", while what the setter switches on is on.
 std::string record(const std::string& call, const std::string& setter) {
   log_settings = defaults;
-  scripted_clock = {.nanoseconds = 1'234'567'890'000};
-  last_record_time_ns = 1'234'500'000'000;
+  scripted_clock = {.nanoseconds = 1'234'567'990'000};  // since a start at 100 us
+  last_record_time_ns = 1'234'500'100'000;
   record_counter = 7;
   for (const auto& [name, set] :
        {std::pair("`set_cpu`", &set_cpu), std::pair("`set_thread`", &set_thread),
@@ -59,8 +59,7 @@ TEST_F(LogTest, FormatsUpToTheMostBytesOfAMessage) {
   const std::string text(2000, 'x');
   EXPECT_EQ(logged(log_info, "%s", text.c_str()), "[" + info_tag + std::string(1024, 'x'));
   EXPECT_EQ(logged(log_it, "ab%5"), "ab") << "what stands before a directive that cannot be read";
-  set_max(2002);
-  set_max(0);  // changes nothing
+  for (const int max : {2002, 0, -1}) set_max(max);  // the last two change nothing
   EXPECT_EQ(logged(log_it, "%s%c|", text.c_str(), 0), text + std::string("\0|", 2));
   EXPECT_EQ(logged(log_info, "%s", "a\1"), "[" + info_tag + "a\1");
   set_with_hex(true);

@@ -46,7 +46,7 @@ TEST_F(Database, LeavesAFileThatIsNotItsOwnOrHasTwoNamesAsItIs) {
     EXPECT_EQ(install("a", "b"), "0");
     shell(line);
     const std::string bytes = file_bytes(path);
-    EXPECT_EQ(install("c", "d"), "Open the service manager failed!\n-1") << line;
+    EXPECT_EQ(install("c", "d"), "> Open the service manager failed!\n-1") << line;
     EXPECT_TRUE(file_bytes(path) == bytes) << line;
   }
 }
@@ -57,8 +57,9 @@ TEST_F(Database, StoresWhatAServiceIsTold) {
   EXPECT_EQ(story, "0");
   shell(
       "sqlite3 $f 'SELECT name, display_name, binary_path, quote(dependencies), description,"
-      " account, service_type, start_type, error_control, current_state, win32_exit_code"
-      " FROM services' | grep -Fxq 'a|b|C:\\x|X'\\''630000'\\''|d|LocalSystem|16|2|1|1|1077'");
+      " account, service_type, start_type, error_control, current_state, controls_accepted,"
+      " win32_exit_code FROM services' | grep -Fxq "
+      "'a|b|C:\\x|X'\\''630000'\\''|d|LocalSystem|16|2|1|1|0|1077'");
 }
 
 TEST_F(Database, TellsEachFieldOfAStatusAndStopsWhatRunsOrIsPaused) {
@@ -86,20 +87,20 @@ TEST_F(Database, RefusesNamesThatAreTakenInWhateverCaseOrNotAllowed) {
   const std::string text(257, 'n');
   const char* const too_long = text.c_str();
   EXPECT_EQ(install("Name", "Display"), "0");
-  EXPECT_EQ(install(too_long + 1, "a/b"), "0");
+  EXPECT_EQ(install(too_long + 1, std::string(256, '/').c_str()), "0");
   for (const std::string name : {"NAME", "display", "", "a/b", "a\\b", too_long})
-    EXPECT_EQ(install(name.c_str(), "new"), "Open the service '" + name + "' failed!\n-1");
+    EXPECT_EQ(install(name.c_str(), "new"), "> Open the service '" + name + "' failed!\n-1");
   for (const char* display_name : {"DISPLAY", "name", too_long})
-    EXPECT_EQ(install("new", display_name), "Open the service 'new' failed!\n-1") << display_name;
+    EXPECT_EQ(install("new", display_name), "> Open the service 'new' failed!\n-1") << display_name;
   EXPECT_EQ(story_of_program({"svcinst", "-u", "-n=nAME"}),
-            "Sleep(1000) The service 'nAME' is stoped!\nSleep(1000) 0");
+            "Sleep(1000) > The service 'nAME' is stoped!\nSleep(1000) 0");
   EXPECT_EQ(install("Name", "Display"), "0") << "it is gone";
 }
 
 TEST_F(Database, WaitsForAnotherProgramsLock) {
   install("a", "b");
   shell(
-      "sqlite3 $f 'BEGIN EXCLUSIVE' \".shell touch $f.locked; sleep 1\" 'COMMIT' &"
+      "sqlite3 $f 'BEGIN EXCLUSIVE' \".shell touch $f.locked; sleep 2\" 'COMMIT' &"
       "until [ -e $f.locked ]; do sleep 0.01; done");
   EXPECT_EQ(install("c", "d"), "0");
 }
@@ -110,7 +111,7 @@ TEST_F(Database, LiesWhereTheUserWantsIt) {
       // chosen, XDG_STATE_HOME, HOME: where it lies then
       {"a/b.db", "", "", "a/b.db"},
       {":memory:", "", "", ":memory:"},
-      {"", folder.path("state"), "", "state/svcinst/services.db"},
+      {"", folder.path("state"), folder.path(""), "state/svcinst/services.db"},
       {"", "relative", folder.path("home"), "home/.local/state/svcinst/services.db"},
       {"", "", "relative", ""}};
   std::filesystem::permissions(folder.path(""), std::filesystem::perms::all);
@@ -122,7 +123,7 @@ TEST_F(Database, LiesWhereTheUserWantsIt) {
     setenv("SVCINST_DATABASE", chosen.c_str(), 1);
     setenv("XDG_STATE_HOME", state_home.c_str(), 1);
     setenv("HOME", home.c_str(), 1);
-    EXPECT_EQ(install("a", "b"), file.empty() ? "Open the service manager failed!\n-1" : "0");
+    EXPECT_EQ(install("a", "b"), file.empty() ? "> Open the service manager failed!\n-1" : "0");
     EXPECT_EQ(file_bytes(folder.path(file)).empty(), file.empty()) << file;
   }
   EXPECT_EQ(seteuid(user), 0);

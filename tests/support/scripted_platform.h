@@ -21,7 +21,7 @@ namespace svcinst {
 
 /// What the calls answer. The process's id is 4711.
 struct ScriptedClock {
-  std::int64_t nanoseconds = 0;  // for monotonic_nanoseconds; each reading adds one
+  std::int64_t nanoseconds = 100'000;  // for monotonic_nanoseconds; each reading adds one
   SYSTEMTIME local_time = {2024, 5, 1, 6, 7, 8, 9, 10};  // 6 May, 07:08:09.010; nothing moves it
   DWORD thread_id = 0x1A2C;
   DWORD tick_count = 0;  // milliseconds; begins again at 0 after 2^32

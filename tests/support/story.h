@@ -7,14 +7,14 @@
 
 namespace svcinst {
 
-/// What `run` prints, messages without the prefix of their level, and behind it its result.
+/// What `run` prints, with "> " for the prefix of a record of level info, and behind it its result.
 template <class Run>
 std::string story_of(Run run, const ScriptedServices& script = {}) {
   scripted_services = script;
   scripted_clock = {.tick_count = 0xFFFFFF00};  // it begins again at 0 soon
   CaptureStdout();
   const std::string result = std::to_string(run());
-  return replaced(GetCapturedStdout(), "[2024-05-06 07:08:09.010|\033[36;40minfo\033[0m] ", "") +
+  return replaced(GetCapturedStdout(), "[2024-05-06 07:08:09.010|\033[36;40minfo\033[0m] ", "> ") +
          result;
 }
 
