@@ -182,21 +182,20 @@ TEST(StopService, WaitsByTheFirstHintAndTimesOutByTheLatest) {
 
 // Whatever its stop comes to; the wait before the removal begins anew.
 TEST(Program, UninstallDeletesTheServiceOnceItHasSettled) {
-  const std::string stopped = settles + "> The service 's' is stoped!\n-s -manager ";
+  const std::string stopped = "> The service 's' is stoped!\n-s -manager ";
   const std::string refused = settles + "stop fails -s -manager > The service 's' stop failed";
   const std::string deletes = "+manager +s query Sleep(1000) delete ";
   const std::pair<ScriptedServices, std::string> rows[] = {
       {{{pending(0, 20000), kStopped}},
-       "+manager +s query query Sleep(2000) > The service 's' is stoped!\n-s -manager " + deletes +
-           "-s -manager 0"},
+       "+manager +s query query Sleep(2000) " + stopped + deletes + "-s -manager 0"},
       {{{kRunning}, "stop 1"}, refused + deletes + "-s -manager 0"},
       {{{kStopped}, "+manager 2"},
-       stopped + "+manager fails > Open the service manager failed!\n-1"},
+       settles + stopped + "+manager fails > Open the service manager failed!\n-1"},
       {{{kStopped}, "+s 2"},
-       stopped + "+manager +s fails -manager > Open the service 's' failed!\n-1"},
-      {{{kStopped}, "query 3"}, stopped + "+manager +s query " + not_queried + "-1"},
+       settles + stopped + "+manager +s fails -manager > Open the service 's' failed!\n-1"},
+      {{{kStopped}, "query 3"}, settles + stopped + "+manager +s query " + not_queried + "-1"},
       {{{kStopped}, "delete 1"},
-       stopped + deletes + "fails -s -manager > Delete the service 's' failed!\n-1"},
+       settles + stopped + deletes + "fails -s -manager > Delete the service 's' failed!\n-1"},
   };
   for (const auto& [script, story] : rows)
     EXPECT_EQ(story_of_program({"svcinst", "--uninstall", "--name=x", "-n=\"s\""}, script), story);

@@ -21,7 +21,9 @@ TEST_F(LogTest, EightThreadsSplitAndLoseNoRecordWhileTheFileIsOpenedAgain) {
     std::vector<std::jthread> threads;
     for (char letter = 'a'; letter < 'i'; ++letter) {
       threads.emplace_back([text = std::string(100, letter)] {
-        for (int i = 0; i < 3000; ++i) log_info("%s\n", text.c_str());
+        for (int i = 0; i < 3000; ++i)
+          i % 2 == 0 ? log_info("%s\n", text.c_str())
+                     : log_it("[%s%s\n", info_tag.c_str(), text.c_str());
       });
     }
     for (int i = 0; i < 1000; ++i) open_file("log");

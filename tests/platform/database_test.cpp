@@ -52,9 +52,8 @@ TEST_F(Database, LeavesAFileThatIsNotItsOwnOrHasTwoNamesAsItIs) {
 }
 
 TEST_F(Database, StoresWhatAServiceIsTold) {
-  const std::string story =
-      story_of_program({"svcinst", "-i", "-n=a", "-b=C:\\x", "-d=b", "--dep=c", "--desc=d"});
-  EXPECT_EQ(story, "0");
+  EXPECT_EQ(story_of_program({"svcinst", "-i", "-n=a", "-b=C:\\x", "-d=b", "--dep=c", "--desc=d"}),
+            "0");
   shell(
       "sqlite3 $f 'SELECT name, display_name, binary_path, quote(dependencies), description,"
       " account, service_type, start_type, error_control, current_state, controls_accepted,"
