@@ -133,16 +133,16 @@ TEST_F(Database, LiesWhereTheUserWantsIt) {
 // What is left behind, open handles too, the leak check finds at the end. SQLite asks for memory in
 // its own way.
 TEST_F(Database, LeavesNothingBehindWhenMemoryRunsOutAtAnyRequest) {
-  const char* const install[] = {"svcinst", "-i", "-n=a", "-b=x", "-d=x", "--dep=y", "--desc=z"};
-  const char* const uninstall[] = {"svcinst", "-u", "-n=a"};
+  const char* const to_install[] = {"svcinst", "-i", "-n=a", "-b=x", "-d=x", "--dep=y", "--desc=z"};
+  const char* const to_uninstall[] = {"svcinst", "-u", "-n=a"};
   int requests = 0;
   for (bool runs_out = true; runs_out; ++requests) {
     std::filesystem::remove(path);
     requests_until_failure = requests + 1;
     try {
-      EXPECT_EQ(run_program(7, install), 0);
-      EXPECT_EQ(run_program(3, uninstall), 0);
-      EXPECT_EQ(run_program(1, uninstall), -1);
+      EXPECT_EQ(run_program(7, to_install), 0);
+      EXPECT_EQ(run_program(3, to_uninstall), 0);
+      EXPECT_EQ(run_program(1, to_uninstall), -1);
       runs_out = false;
     } catch (const std::bad_alloc&) {
     }
