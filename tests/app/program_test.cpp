@@ -121,8 +121,7 @@ TEST(Program, CutsADescriptionAndTellsWhichStepOfAnInstallFailed) {
       {"+a 1", reopen + "fails " + describe + not_described + "-manager 0"},
       {"describe 1", reopen + describe + not_described + "-a -manager 0"},
   };
-  const std::vector<const char*> argv = {"svcinst",  "-i",   "-n=a",
-                                         "-b=C:\\x", "-d=x", option.c_str()};
+  const std::vector<const char*> argv = {"svcinst", "-i", "-na", "-bC:\\x", "-dx", option.c_str()};
   for (const auto& [failing_call, story] : rows)
     EXPECT_EQ(story_of_program(argv, {.failing_call = failing_call}), story);
 }

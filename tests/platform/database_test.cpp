@@ -52,8 +52,7 @@ TEST_F(Database, LeavesAFileThatIsNotItsOwnOrHasTwoNamesAsItIs) {
 }
 
 TEST_F(Database, StoresWhatAServiceIsTold) {
-  EXPECT_EQ(story_of_program({"svcinst", "-i", "-n=a", "-b=C:\\x", "-d=b", "--dep=c", "--desc=d"}),
-            "0");
+  EXPECT_EQ(story_of_program({"tool", "-i", "-na", "-bC:\\x", "-db", "--dep=c", "--desc=d"}), "0");
   shell(
       "sqlite3 $f 'SELECT name, display_name, binary_path, quote(dependencies), description,"
       " account, service_type, start_type, error_control, current_state, controls_accepted,"
@@ -69,16 +68,17 @@ TEST_F(Database, TellsEachFieldOfAStatusAndStopsWhatRunsOrIsPaused) {
       " checkpoint = 15, wait_hint = 16, process_id = 17, service_flags = 18'");
   const ServiceHandle manager(OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS));
   const ServiceHandle service(OpenServiceA(manager.get(), "A", SERVICE_ALL_ACCESS));
-  DWORD fields[9] = {};
+  SERVICE_STATUS_PROCESS status;
+  auto* const fields = reinterpret_cast<DWORD*>(&status);
+  auto* const bytes = reinterpret_cast<LPBYTE>(&status);
   DWORD needed = 0;
-  auto* const status = reinterpret_cast<LPBYTE>(fields);
-  QueryServiceStatusEx(service.get(), SC_STATUS_PROCESS_INFO, status, sizeof fields, &needed);
+  QueryServiceStatusEx(service.get(), SC_STATUS_PROCESS_INFO, bytes, sizeof status, &needed);
   for (DWORD i = 0; i < 9; ++i) EXPECT_EQ(fields[i], 10 + i);
   for (const DWORD state : {1U, 2U, 3U, 4U, 5U, 6U, 7U}) {
     shell("sqlite3 $f 'UPDATE services SET current_state = " + std::to_string(state) + "'");
-    const BOOL stops = state == SERVICE_RUNNING || state == SERVICE_PAUSED ? TRUE : FALSE;
-    auto* const answer = reinterpret_cast<LPSERVICE_STATUS>(status);
-    EXPECT_EQ(ControlService(service.get(), SERVICE_CONTROL_STOP, answer), stops) << state;
+    const bool stops = state == SERVICE_RUNNING || state == SERVICE_PAUSED;
+    const BOOL told = ControlService(service.get(), SERVICE_CONTROL_STOP, &status);
+    EXPECT_EQ(told != FALSE && status.dwCurrentState == SERVICE_STOPPED, stops) << state;
   }
 }
 
@@ -87,6 +87,7 @@ TEST_F(Database, RefusesNamesThatAreTakenInWhateverCaseOrNotAllowed) {
   const char* const too_long = text.c_str();
   EXPECT_EQ(install("Name", "Display"), "0");
   EXPECT_EQ(install(too_long + 1, std::string(256, '/').c_str()), "0");
+  for (const char* name : {"b", "c"}) EXPECT_EQ(install(name, "\"\""), "0") << "no display name";
   for (const std::string name : {"NAME", "display", "", "a/b", "a\\b", too_long})
     EXPECT_EQ(install(name.c_str(), "new"), "> Open the service '" + name + "' failed!\n-1");
   for (const char* display_name : {"DISPLAY", "name", too_long})
