@@ -218,8 +218,8 @@ constexpr std::array<MatchHandler*, value_of(NodeType::count)> match_handlers = 
 }();
 
 MatchHandler* handler_of(NodeType type) {
-  if (is_rule_reference(type)) return match_rule_reference;
-  return value_of(type) < match_handlers.size() ? match_handlers[value_of(type)] : match_unknown;
+  if (value_of(type) < match_handlers.size()) return match_handlers[value_of(type)];
+  return is_rule_reference(type) ? match_rule_reference : match_unknown;
 }
 
 const char* match_at(Matcher& matcher, const GrammarNode& node, const char* position) {
