@@ -20,10 +20,9 @@ TEST_F(LogTest, EightThreadsSplitAndLoseNoRecordWhileTheFileIsOpenedAgain) {
   {
     std::vector<std::jthread> threads;
     for (char letter = 'a'; letter < 'i'; ++letter) {
-      threads.emplace_back([text = std::string(100, letter)] {
+      threads.emplace_back([text = std::string(100, letter) + '\n'] {
         for (int i = 0; i < 3000; ++i)
-          i % 2 == 0 ? log_info("%s\n", text.c_str())
-                     : log_it("[%s%s\n", info_tag.c_str(), text.c_str());
+          i % 2 ? log_info("%s", text.c_str()) : log_it("[%s%s", info_tag.c_str(), text.c_str());
       });
     }
     for (int i = 0; i < 1000; ++i) open_file("log");

@@ -87,7 +87,8 @@ TEST_F(Database, RefusesNamesThatAreTakenInWhateverCaseOrNotAllowed) {
   const char* const too_long = text.c_str();
   EXPECT_EQ(install("Name", "Display"), "0");
   EXPECT_EQ(install(too_long + 1, std::string(256, '/').c_str()), "0");
-  for (const char* name : {"b", "c"}) EXPECT_EQ(install(name, "\"\""), "0") << "no display name";
+  for (const char* name : {"b", "c"}) EXPECT_EQ(install(name, "\"\""), "0") << "an empty one";
+  EXPECT_EQ(install("d", ""), "0") << "no display name";
   for (const std::string name : {"NAME", "display", "", "a/b", "a\\b", too_long})
     EXPECT_EQ(install(name.c_str(), "new"), "> Open the service '" + name + "' failed!\n-1");
   for (const char* display_name : {"DISPLAY", "name", too_long})
