@@ -1,9 +1,9 @@
 @echo off
 rem install.bat install registers the service "hello", whose program hello.exe lies in this folder, and
-rem starts it; remove stops it and removes it, if it is there; upgrade removes it, moves hello.new over
-rem hello.exe, if it is there, and installs it again. Needs svcinst.exe in this folder and an administrator's
-rem prompt. Asks nothing, and upgrade and remove may be repeated. Ends with 0, or with 1 and a message; where only
-rem the start fails, the service stays registered.
+rem starts it; remove stops it and removes it, if it is there; upgrade removes it, with what sc has set, moves
+rem hello.new over hello.exe, if it is there, and installs it again. Needs svcinst.exe in this folder and an
+rem administrator's prompt. Asks nothing, and upgrade and remove may be repeated. Ends with 0, or with 1 and a
+rem message; where only the start fails, the service stays registered.
 setlocal EnableExtensions DisableDelayedExpansion
 set ERRORLEVEL=
 for %%c in (install remove upgrade) do if /i "%~1"=="%%c" if "%~2"=="" goto start

@@ -1,8 +1,8 @@
 # install.ps1 install registers the service "hello", whose program hello.exe lies in this folder, and starts
-# it; remove stops it and removes it, if it is there; upgrade removes it, moves hello.new over hello.exe, if it
-# is there, and installs it again. Needs svcinst.exe in this folder and an administrator's prompt. Asks nothing,
-# and upgrade and remove may be repeated. Ends with 0, or with 1 and a message; where only the start fails, the
-# service stays registered. Reads like install.bat; not tried.
+# it; remove stops it and removes it, if it is there; upgrade removes it, with what sc has set, moves hello.new
+# over hello.exe, if it is there, and installs it again. Needs svcinst.exe in this folder and an administrator's
+# prompt. Asks nothing, and upgrade and remove may be repeated. Ends with 0, or with 1 and a message; where only
+# the start fails, the service stays registered. Reads like install.bat; not tried.
 $folder = $PSScriptRoot
 $tool = Join-Path $folder 'svcinst.exe'
 
